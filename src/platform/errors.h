@@ -1,0 +1,34 @@
+#pragma once
+// Errors raised by the platform layer. They carry a number in the style of
+// the host's run-time errors so that the error road can print "Error Number".
+#include <stdexcept>
+#include <string>
+
+namespace tarnwick::platform {
+
+// Run-time error numbers used across the system.
+enum ErrorNumber : long {
+  kErrInvalidProcedureCall = 5,
+  kErrOverflow = 6,
+  kErrTypeMismatch = 13,
+  kErrFileNotFound = 53,
+  kErrPermissionDenied = 70,
+  kErrPathNotFound = 76,
+  kErrObjectNotSet = 91,
+  kErrInvalidUseOfNull = 94,
+  kErrPlatform = 1000,  // GDAL/OGR, GEOS or PROJ reported a failure
+};
+
+class PlatformError : public std::runtime_error {
+ public:
+  PlatformError(long number, std::string source, const std::string& description)
+      : std::runtime_error(description), number_(number), source_(std::move(source)) {}
+  long Number() const noexcept { return number_; }
+  const std::string& Source() const noexcept { return source_; }
+
+ private:
+  long number_;
+  std::string source_;
+};
+
+}  // namespace tarnwick::platform

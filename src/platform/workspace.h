@@ -1,0 +1,144 @@
+#pragma once
+// Workspaces (a folder of shapefiles, a .gdb file geodatabase, a .gpkg
+// GeoPackage), feature classes, cursors and selections on GDAL/OGR.
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/field.h"
+#include "platform/geometry.h"
+#include "platform/spatial_reference.h"
+
+namespace tarnwick::platform {
+
+enum class WorkspaceKind { ShapefileFolder, FileGeodatabase, GeoPackage };
+
+class FeatureClass;
+
+class Workspace {
+ public:
+  // Opens an existing workspace for update. Throws PlatformError naming the
+  // path and the reason (missing, unreadable, an .mdb personal geodatabase).
+  static std::shared_ptr<Workspace> Open(const std::string& path);
+  // Opens, creating the folder, .gdb or .gpkg when it does not exist yet.
+  static std::shared_ptr<Workspace> OpenOrCreate(const std::string& path);
+  // Kind by the path's ending: .gdb, .gpkg, otherwise a folder.
+  static WorkspaceKind KindOfPath(const std::string& path);
+
+  virtual ~Workspace() = default;
+  virtual WorkspaceKind Kind() const = 0;
+  // The host's esriWorkspaceType: 0 file system (folder), 1 local database.
+  int Type() const { return Kind() == WorkspaceKind::ShapefileFolder ? 0 : 1; }
+  virtual std::string PathName() const = 0;
+  // True when a feature class or table of that name exists (case-insensitive).
+  virtual bool NameExists(const std::string& name) = 0;
+  virtual std::vector<std::string> FeatureClassNames() = 0;
+  virtual std::shared_ptr<FeatureClass> OpenFeatureClass(const std::string& name) = 0;
+
+  struct NewFeatureClass {
+    std::string name;
+    GeometryType geometryType = GeometryType::Point;
+    SpatialReference spatialReference;
+    std::vector<Field> fields;        // attribute fields, in order
+    std::string oidFieldName = "OBJECTID";  // ignored by shapefiles (FID)
+    std::string shapeFieldName = "Shape";   // ignored by shapefiles
+    bool hasZ = false;
+    bool hasM = false;
+  };
+  virtual std::shared_ptr<FeatureClass> CreateFeatureClass(const NewFeatureClass& spec) = 0;
+  virtual void DeleteFeatureClass(const std::string& name) = 0;
+};
+
+// One feature read from or written to a class. Values are indexed by the
+// class's field list (OID at 0, Shape at 1, then the attributes).
+struct Feature {
+  std::int64_t oid = -1;
+  Geometry shape;
+  std::vector<Value> values;  // same length as the class's field list; [0] oid, [1] unused
+};
+
+class FeatureCursor {
+ public:
+  virtual ~FeatureCursor() = default;
+  // The next feature, or nullopt at the end.
+  virtual std::optional<Feature> NextFeature() = 0;
+};
+
+class InsertCursor {
+ public:
+  virtual ~InsertCursor() = default;
+  // A reusable buffer with every value Null and a null shape.
+  virtual Feature CreateFeatureBuffer() = 0;
+  // Queues the feature; it is written at the latest by Flush.
+  virtual std::int64_t InsertFeature(const Feature& buffer) = 0;
+  virtual void Flush() = 0;  // writes what is queued and commits it
+};
+
+class UpdateCursor {
+ public:
+  virtual ~UpdateCursor() = default;
+  virtual std::optional<Feature> NextFeature() = 0;
+  virtual void UpdateFeature(const Feature& feature) = 0;  // the feature last returned
+  virtual void Flush() = 0;
+};
+
+class FeatureClass {
+ public:
+  virtual ~FeatureClass() = default;
+  virtual std::string Name() const = 0;
+  // Path that names the class: "dir/name.shp", "x.gdb/NAME", "x.gpkg/NAME".
+  virtual std::string FullPath() const = 0;
+  virtual std::shared_ptr<Workspace> GetWorkspace() const = 0;
+
+  // OID at index 0, Shape at 1, then the attribute fields.
+  virtual const std::vector<Field>& Fields() const = 0;
+  // Index of a field by name, ignoring case; -1 when absent.
+  int FindField(const std::string& name) const;
+  virtual void AddField(const Field& field) = 0;
+  std::string OIDFieldName() const { return Fields().at(0).name; }
+  std::string ShapeFieldName() const { return Fields().at(1).name; }
+
+  virtual GeometryType ShapeType() const = 0;
+  virtual bool HasZ() const = 0;
+  virtual bool HasM() const = 0;
+  virtual SpatialReference GetSpatialReference() const = 0;
+  virtual Envelope Extent() = 0;
+
+  // Counts and reads in the class's own feature order. A where clause is an
+  // OGR SQL attribute filter ("" for all).
+  virtual std::int64_t FeatureCount(const std::string& where = "") = 0;
+  virtual std::unique_ptr<FeatureCursor> Search(const std::string& where = "") = 0;
+  // The features with these OIDs, in the order given.
+  virtual std::unique_ptr<FeatureCursor> SearchOids(const std::vector<std::int64_t>& oids) = 0;
+  // OIDs of the features a where clause matches (a selection set).
+  virtual std::vector<std::int64_t> Select(const std::string& where) = 0;
+
+  // Buffered inserts inside a transaction where the store has them.
+  virtual std::unique_ptr<InsertCursor> Insert() = 0;
+  virtual std::unique_ptr<UpdateCursor> Update(const std::string& where = "") = 0;
+};
+
+// A layer as a map holds it: a feature class, a name and a selection.
+struct FeatureLayer {
+  std::string name;
+  std::shared_ptr<FeatureClass> featureClass;
+  std::vector<std::int64_t> selection;  // selected OIDs; empty when none
+  bool valid = true;
+};
+
+// Opens "PATH" or "PATH|layername=NAME" as a layer named after its class.
+// A folder or .gdb/.gpkg path with one class opens that class. Throws
+// PlatformError naming the path and the reason.
+FeatureLayer OpenFeatureLayer(const std::string& spec);
+
+// Splits "x.gpkg/Plots", "x.gdb/Plots" or "dir/plots.shp" into the
+// workspace path and the class name ("plots" for a shapefile).
+struct ClassPath {
+  std::string workspace;
+  std::string name;
+};
+ClassPath SplitClassPath(const std::string& path);
+
+}  // namespace tarnwick::platform

@@ -1,0 +1,17 @@
+# Fails when a file of the library or the command line outside src/platform
+# includes a GDAL, GEOS or PROJ header. (The benchmarks may: they measure GDAL
+# alone as the floor the tools are compared with.)
+file(GLOB_RECURSE files ${ROOT}/src/*.h ${ROOT}/src/*.cpp ${ROOT}/apps/*.h ${ROOT}/apps/*.cpp)
+set(bad "")
+foreach(f IN LISTS files)
+  if(f MATCHES "/src/platform/")
+    continue()
+  endif()
+  file(STRINGS ${f} lines REGEX "^[ \t]*#[ \t]*include[ \t]*[<\"](gdal|ogr|cpl_|geos|proj|gdal/)")
+  if(lines)
+    list(APPEND bad "${f}: ${lines}")
+  endif()
+endforeach()
+if(bad)
+  message(FATAL_ERROR "Platform headers included outside src/platform:\n${bad}")
+endif()
