@@ -1,0 +1,7 @@
+#include "commands.h"
+
+namespace tarnwick::cli {
+
+void RegisterWaypoints(CLI::App&, CommandAction&) {}
+
+}  // namespace tarnwick::cli
