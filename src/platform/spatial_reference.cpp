@@ -1,0 +1,164 @@
+// SpatialReference on OGRSpatialReference, always in the traditional GIS
+// axis order (x = longitude or easting).
+#include "platform/spatial_reference.h"
+
+#include <cpl_conv.h>
+
+#include <cstdlib>
+#include <cstring>
+
+#include "platform/errors.h"
+#include "platform/internal/ogr_errors.h"
+#include "platform/internal/spatial_reference_impl.h"
+
+namespace tarnwick::platform {
+
+namespace {
+
+constexpr const char* kSource = "SpatialReference";
+
+std::unique_ptr<SpatialReference::Impl> NewImpl() {
+  auto impl = std::make_unique<SpatialReference::Impl>();
+  impl->srs.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+  return impl;
+}
+
+int CodeOfAuthority(const OGRSpatialReference& srs) {
+  const char* authority = srs.GetAuthorityName(nullptr);
+  const char* code = srs.GetAuthorityCode(nullptr);
+  if (authority == nullptr || code == nullptr) return 0;
+  if (!EQUAL(authority, "EPSG") && !EQUAL(authority, "ESRI")) return 0;
+  return std::atoi(code);
+}
+
+// The code of the catalogue entry that matches srs with high confidence.
+int CodeOfBestMatch(const OGRSpatialReference& srs) {
+  int count = 0;
+  int* confidences = nullptr;
+  OGRSpatialReferenceH* matches = srs.FindMatches(nullptr, &count, &confidences);
+  int code = 0;
+  for (int i = 0; i < count && code == 0; ++i) {
+    if (confidences[i] < 90) break;  // matches come best first
+    code = CodeOfAuthority(*OGRSpatialReference::FromHandle(matches[i]));
+  }
+  OSRFreeSRSArray(matches);
+  CPLFree(confidences);
+  return code;
+}
+
+}  // namespace
+
+namespace internal {
+SpatialReference FromOgr(const OGRSpatialReference* srs) {
+  if (srs == nullptr) return SpatialReference();
+  auto impl = NewImpl();
+  impl->srs = *srs;
+  impl->srs.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+  return SpatialReference(std::move(impl));
+}
+}  // namespace internal
+
+SpatialReference::SpatialReference() = default;
+SpatialReference::~SpatialReference() = default;
+SpatialReference::SpatialReference(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
+SpatialReference::SpatialReference(const SpatialReference& other)
+    : impl_(other.impl_ ? std::make_unique<Impl>(*other.impl_) : nullptr) {
+  if (impl_) impl_->srs.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+}
+SpatialReference& SpatialReference::operator=(const SpatialReference& other) {
+  if (this != &other) *this = SpatialReference(other);
+  return *this;
+}
+SpatialReference::SpatialReference(SpatialReference&&) noexcept = default;
+SpatialReference& SpatialReference::operator=(SpatialReference&&) noexcept = default;
+
+SpatialReference SpatialReference::FromEpsg(int code) {
+  internal::QuietGdalErrors quiet;
+  auto impl = NewImpl();
+  if (impl->srs.importFromEPSG(code) != OGRERR_NONE) {
+    internal::ThrowGdalError(kSource, "Unknown coordinate system EPSG:" + std::to_string(code));
+  }
+  impl->factoryCode = code;
+  return SpatialReference(std::move(impl));
+}
+
+SpatialReference SpatialReference::FromUserInput(const std::string& text) {
+  internal::QuietGdalErrors quiet;
+  auto impl = NewImpl();
+  if (impl->srs.SetFromUserInput(text.c_str()) != OGRERR_NONE) {
+    internal::ThrowGdalError(kSource, "Unknown coordinate system '" + text + "'");
+  }
+  impl->srs.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+  return SpatialReference(std::move(impl));
+}
+
+SpatialReference SpatialReference::AzimuthalEquidistant(double centralMeridian, double latitudeOfOrigin) {
+  auto impl = NewImpl();
+  OGRSpatialReference& srs = impl->srs;
+  srs.SetWellKnownGeogCS("WGS84");
+  srs.SetProjCS("World_Azimuthal_Equidistant");
+  srs.SetAE(latitudeOfOrigin, centralMeridian, 0.0, 0.0);
+  srs.SetLinearUnits(SRS_UL_METER, 1.0);
+  srs.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+  // The catalogue's 54032 is centred at 0, 0; anywhere else no code fits.
+  impl->factoryCode = (centralMeridian == 0.0 && latitudeOfOrigin == 0.0) ? 54032 : 0;
+  return SpatialReference(std::move(impl));
+}
+
+bool SpatialReference::IsUnknown() const { return !impl_ || impl_->srs.IsEmpty(); }
+bool SpatialReference::IsGeographic() const { return impl_ && impl_->srs.IsGeographic(); }
+bool SpatialReference::IsProjected() const { return impl_ && impl_->srs.IsProjected(); }
+
+int SpatialReference::FactoryCode() const {
+  if (IsUnknown()) return 0;
+  if (!impl_->factoryCode) {
+    internal::QuietGdalErrors quiet;
+    int code = CodeOfAuthority(impl_->srs);
+    if (code == 0) code = CodeOfBestMatch(impl_->srs);
+    impl_->factoryCode = code;
+  }
+  return *impl_->factoryCode;
+}
+
+std::string SpatialReference::Name() const {
+  if (IsUnknown()) return "Unknown";
+  internal::QuietGdalErrors quiet;
+  OGRSpatialReference esri(impl_->srs);
+  esri.morphToESRI();
+  const char* name = esri.GetName();
+  return name ? name : "Unknown";
+}
+
+double SpatialReference::MetersPerUnit() const {
+  if (!IsProjected()) return 1.0;
+  return impl_->srs.GetLinearUnits();
+}
+
+double SpatialReference::SemiMajorAxis() const {
+  if (IsUnknown()) return 0.0;
+  return impl_->srs.GetSemiMajor();
+}
+
+double SpatialReference::SemiMinorAxis() const {
+  if (IsUnknown()) return 0.0;
+  return impl_->srs.GetSemiMinor();
+}
+
+SpatialReference SpatialReference::GeographicCoordinateSystem() const {
+  if (IsUnknown()) return SpatialReference();
+  if (IsGeographic()) return *this;
+  std::unique_ptr<OGRSpatialReference, void (*)(OGRSpatialReference*)> gcs(
+      impl_->srs.CloneGeogCS(), [](OGRSpatialReference* p) { OGRSpatialReference::DestroySpatialReference(p); });
+  return internal::FromOgr(gcs.get());
+}
+
+std::string SpatialReference::ToWkt() const {
+  if (IsUnknown()) return "";
+  char* wkt = nullptr;
+  impl_->srs.exportToWkt(&wkt);
+  std::string text = wkt ? wkt : "";
+  CPLFree(wkt);
+  return text;
+}
+
+}  // namespace tarnwick::platform
