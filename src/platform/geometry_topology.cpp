@@ -34,7 +34,7 @@ std::unique_ptr<OGRGeometry> PolygonalPart(std::unique_ptr<OGRGeometry> geom) {
     }
   }
   if (multipolygon->getNumGeometries() == 1) {
-    return std::unique_ptr<OGRGeometry>(multipolygon->stealGeometry(0));
+    return std::unique_ptr<OGRGeometry>(multipolygon->getGeometryRef(0)->clone());
   }
   return multipolygon;
 }

@@ -1,0 +1,185 @@
+// Search, insert and update cursors on an OGR layer. Writes go inside a
+// transaction where the store has them, committed on Flush and at the end.
+#include "platform/errors.h"
+#include "platform/internal/ogr_errors.h"
+#include "platform/internal/ogr_workspace.h"
+
+namespace tarnwick::platform::internal {
+
+namespace {
+
+constexpr const char* kSource = "FeatureCursor";
+
+// A transaction on the workspace's dataset, opened on first use.
+class LazyTransaction {
+ public:
+  explicit LazyTransaction(GDALDataset& dataset)
+      : dataset_(dataset), supported_(dataset.TestCapability(ODsCTransactions) != FALSE) {}
+  ~LazyTransaction() {
+    if (open_) dataset_.CommitTransaction();
+  }
+  LazyTransaction(const LazyTransaction&) = delete;
+  LazyTransaction& operator=(const LazyTransaction&) = delete;
+
+  void Begin() {
+    if (supported_ && !open_) open_ = dataset_.StartTransaction() == OGRERR_NONE;
+  }
+  void Commit(const std::string& className) {
+    if (!open_) return;
+    open_ = false;
+    if (dataset_.CommitTransaction() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot save the edits to '" + className + "'");
+  }
+
+ private:
+  GDALDataset& dataset_;
+  bool supported_;
+  bool open_ = false;
+};
+
+class OgrSearchCursor final : public FeatureCursor {
+ public:
+  OgrSearchCursor(std::shared_ptr<OgrFeatureClass> featureClass, const std::string& where)
+      : class_(std::move(featureClass)) {
+    class_->ApplyFilter(where);
+    filtered_ = !where.empty();
+  }
+  ~OgrSearchCursor() override {
+    if (filtered_) class_->Layer().SetAttributeFilter(nullptr);
+  }
+  std::optional<Feature> NextFeature() override {
+    OGRFeatureUniquePtr feature(class_->Layer().GetNextFeature());
+    if (!feature) return std::nullopt;
+    return class_->ToFeature(*feature);
+  }
+
+ private:
+  std::shared_ptr<OgrFeatureClass> class_;
+  bool filtered_ = false;
+};
+
+class OgrOidCursor final : public FeatureCursor {
+ public:
+  OgrOidCursor(std::shared_ptr<OgrFeatureClass> featureClass, std::vector<std::int64_t> oids)
+      : class_(std::move(featureClass)), oids_(std::move(oids)) {}
+  std::optional<Feature> NextFeature() override {
+    QuietGdalErrors quiet;
+    while (next_ < oids_.size()) {
+      OGRFeatureUniquePtr feature(class_->Layer().GetFeature(oids_[next_++]));
+      if (feature) return class_->ToFeature(*feature);
+    }
+    return std::nullopt;
+  }
+
+ private:
+  std::shared_ptr<OgrFeatureClass> class_;
+  std::vector<std::int64_t> oids_;
+  std::size_t next_ = 0;
+};
+
+class OgrInsertCursor final : public InsertCursor {
+ public:
+  explicit OgrInsertCursor(std::shared_ptr<OgrFeatureClass> featureClass)
+      : class_(std::move(featureClass)), transaction_(class_->Store().Dataset()) {
+    class_->Store().RequireWritable("write to '" + class_->Name() + "'");
+  }
+  ~OgrInsertCursor() override {
+    try {
+      Flush();
+    } catch (...) {
+      // A destructor cannot report; callers who need to know call Flush.
+    }
+  }
+  Feature CreateFeatureBuffer() override {
+    Feature buffer;
+    buffer.values.resize(class_->Fields().size());
+    return buffer;
+  }
+  std::int64_t InsertFeature(const Feature& buffer) override {
+    QuietGdalErrors quiet;
+    transaction_.Begin();
+    OGRFeature feature(class_->Layer().GetLayerDefn());
+    class_->FromFeature(buffer, feature);
+    if (class_->Layer().CreateFeature(&feature) != OGRERR_NONE) {
+      ThrowGdalError(kSource, "Cannot insert a feature into '" + class_->Name() + "'");
+    }
+    pending_ = true;
+    return feature.GetFID();
+  }
+  void Flush() override {
+    if (!pending_) return;
+    pending_ = false;
+    QuietGdalErrors quiet;
+    transaction_.Commit(class_->Name());
+    if (class_->Layer().SyncToDisk() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot write '" + class_->Name() + "'");
+  }
+
+ private:
+  std::shared_ptr<OgrFeatureClass> class_;
+  LazyTransaction transaction_;
+  bool pending_ = false;
+};
+
+class OgrUpdateCursor final : public UpdateCursor {
+ public:
+  OgrUpdateCursor(std::shared_ptr<OgrFeatureClass> featureClass, const std::string& where)
+      : class_(std::move(featureClass)), transaction_(class_->Store().Dataset()) {
+    class_->Store().RequireWritable("update '" + class_->Name() + "'");
+    class_->ApplyFilter(where);
+    filtered_ = !where.empty();
+  }
+  ~OgrUpdateCursor() override {
+    try {
+      Flush();
+    } catch (...) {
+      // A destructor cannot report; callers who need to know call Flush.
+    }
+    if (filtered_) class_->Layer().SetAttributeFilter(nullptr);
+  }
+  std::optional<Feature> NextFeature() override {
+    current_.reset(class_->Layer().GetNextFeature());
+    if (!current_) return std::nullopt;
+    return class_->ToFeature(*current_);
+  }
+  void UpdateFeature(const Feature& feature) override {
+    if (!current_) throw PlatformError(kErrPlatform, kSource, "No current feature to update in '" + class_->Name() + "'");
+    QuietGdalErrors quiet;
+    transaction_.Begin();
+    class_->FromFeature(feature, *current_);
+    if (class_->Layer().SetFeature(current_.get()) != OGRERR_NONE) {
+      ThrowGdalError(kSource, "Cannot update feature " + std::to_string(current_->GetFID()) + " of '" + class_->Name() + "'");
+    }
+    pending_ = true;
+  }
+  void Flush() override {
+    if (!pending_) return;
+    pending_ = false;
+    QuietGdalErrors quiet;
+    transaction_.Commit(class_->Name());
+    if (class_->Layer().SyncToDisk() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot write '" + class_->Name() + "'");
+  }
+
+ private:
+  std::shared_ptr<OgrFeatureClass> class_;
+  LazyTransaction transaction_;
+  OGRFeatureUniquePtr current_;
+  bool filtered_ = false;
+  bool pending_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<FeatureCursor> OgrFeatureClass::Search(const std::string& where) {
+  return std::make_unique<OgrSearchCursor>(shared_from_this(), where);
+}
+
+std::unique_ptr<FeatureCursor> OgrFeatureClass::SearchOids(const std::vector<std::int64_t>& oids) {
+  return std::make_unique<OgrOidCursor>(shared_from_this(), oids);
+}
+
+std::unique_ptr<InsertCursor> OgrFeatureClass::Insert() { return std::make_unique<OgrInsertCursor>(shared_from_this()); }
+
+std::unique_ptr<UpdateCursor> OgrFeatureClass::Update(const std::string& where) {
+  return std::make_unique<OgrUpdateCursor>(shared_from_this(), where);
+}
+
+}  // namespace tarnwick::platform::internal

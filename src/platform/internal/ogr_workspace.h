@@ -1,0 +1,89 @@
+#pragma once
+// Workspaces and feature classes on GDAL/OGR (platform-internal).
+//
+// A FeatureClass object wraps one OGR layer of its workspace's dataset. OGR
+// layers have a single read position, so cursors opened on one FeatureClass
+// object must not interleave: finish (or destroy) one cursor before opening
+// the next on the same object. Open the class twice for independent reads.
+#include <gdal_priv.h>
+#include <ogrsf_frmts.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/workspace.h"
+
+namespace tarnwick::platform::internal {
+
+class OgrWorkspace final : public Workspace, public std::enable_shared_from_this<OgrWorkspace> {
+ public:
+  OgrWorkspace(WorkspaceKind kind, std::string path, GDALDatasetUniquePtr dataset, bool readOnly);
+
+  WorkspaceKind Kind() const override { return kind_; }
+  std::string PathName() const override { return path_; }
+  bool NameExists(const std::string& name) override;
+  std::vector<std::string> FeatureClassNames() override;
+  std::shared_ptr<FeatureClass> OpenFeatureClass(const std::string& name) override;
+  std::shared_ptr<FeatureClass> CreateFeatureClass(const NewFeatureClass& spec) override;
+  void DeleteFeatureClass(const std::string& name) override;
+
+  GDALDataset& Dataset() { return *dataset_; }
+  bool ReadOnly() const { return readOnly_; }
+  // Throws PlatformError naming the workspace when it cannot be written.
+  void RequireWritable(const std::string& what) const;
+
+ private:
+  OGRLayer* FindLayer(const std::string& name);
+
+  WorkspaceKind kind_;
+  std::string path_;
+  GDALDatasetUniquePtr dataset_;
+  bool readOnly_;
+};
+
+class OgrFeatureClass final : public FeatureClass, public std::enable_shared_from_this<OgrFeatureClass> {
+ public:
+  OgrFeatureClass(std::shared_ptr<OgrWorkspace> workspace, OGRLayer* layer);
+
+  std::string Name() const override { return name_; }
+  std::string FullPath() const override;
+  std::shared_ptr<Workspace> GetWorkspace() const override { return workspace_; }
+  const std::vector<Field>& Fields() const override { return fields_; }
+  void AddField(const Field& field) override;
+  GeometryType ShapeType() const override;
+  bool HasZ() const override;
+  bool HasM() const override;
+  SpatialReference GetSpatialReference() const override { return spatialReference_; }
+  Envelope Extent() override;
+  std::int64_t FeatureCount(const std::string& where = "") override;
+  std::unique_ptr<FeatureCursor> Search(const std::string& where = "") override;
+  std::unique_ptr<FeatureCursor> SearchOids(const std::vector<std::int64_t>& oids) override;
+  std::vector<std::int64_t> Select(const std::string& where) override;
+  std::unique_ptr<InsertCursor> Insert() override;
+  std::unique_ptr<UpdateCursor> Update(const std::string& where = "") override;
+
+  OgrWorkspace& Store() const { return *workspace_; }
+  OGRLayer& Layer() const { return *layer_; }
+  // Reads an OGR feature into the class's value layout.
+  Feature ToFeature(OGRFeature& source) const;
+  // Writes values and shape of a feature into an OGR feature of this layer.
+  void FromFeature(const Feature& source, OGRFeature& target) const;
+  // Applies the where clause to the layer (throws when OGR rejects it).
+  void ApplyFilter(const std::string& where);
+
+ private:
+  void ReadFields();
+
+  std::shared_ptr<OgrWorkspace> workspace_;
+  OGRLayer* layer_;
+  std::string name_;
+  std::vector<Field> fields_;
+  SpatialReference spatialReference_;
+};
+
+// Field description of an OGR field, and the OGR definition of a Field.
+Field FieldFromOgr(const OGRFieldDefn& defn, WorkspaceKind kind);
+std::unique_ptr<OGRFieldDefn> OgrFromField(const Field& field, WorkspaceKind kind);
+
+}  // namespace tarnwick::platform::internal

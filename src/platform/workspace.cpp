@@ -1,0 +1,137 @@
+// Opening and creating workspaces: a folder of shapefiles, a .gdb file
+// geodatabase or a .gpkg GeoPackage, all through OGR.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <system_error>
+
+#include "platform/errors.h"
+#include "platform/internal/ogr_errors.h"
+#include "platform/internal/ogr_workspace.h"
+
+namespace tarnwick::platform {
+
+namespace {
+
+namespace fs = std::filesystem;
+constexpr const char* kSource = "Workspace";
+
+std::string Lower(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
+  return text;
+}
+
+std::string WithoutTrailingSlash(std::string path) {
+  while (path.size() > 1 && (path.back() == '/' || path.back() == '\\')) path.pop_back();
+  return path;
+}
+
+bool EndsWith(const std::string& text, const std::string& tail) {
+  return text.size() >= tail.size() && Lower(text.substr(text.size() - tail.size())) == tail;
+}
+
+const char* DriverName(WorkspaceKind kind) {
+  switch (kind) {
+    case WorkspaceKind::ShapefileFolder: return "ESRI Shapefile";
+    case WorkspaceKind::FileGeodatabase: return "OpenFileGDB";
+    case WorkspaceKind::GeoPackage: return "GPKG";
+  }
+  return "";
+}
+
+void RejectPersonalGeodatabase(const std::string& path) {
+  if (EndsWith(path, ".mdb")) {
+    throw PlatformError(kErrPlatform, kSource,
+                        "Cannot use '" + path +
+                            "': a personal geodatabase (.mdb) cannot be written on this platform; "
+                            "use a file geodatabase (.gdb) or a GeoPackage (.gpkg) instead");
+  }
+}
+
+// Writable for this run: the system allows it and the item is not marked
+// read-only (no write permission bits), which holds even for the superuser.
+bool IsWritable(const std::string& path) {
+  struct stat info {};
+  if (::stat(path.c_str(), &info) != 0) return false;
+  if ((info.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) return false;
+  return ::access(path.c_str(), W_OK) == 0;
+}
+
+GDALDriver* Driver(WorkspaceKind kind) {
+  GDALAllRegister();
+  GDALDriver* driver = GetGDALDriverManager()->GetDriverByName(DriverName(kind));
+  if (driver == nullptr) {
+    throw PlatformError(kErrPlatform, kSource, std::string("The GDAL driver ") + DriverName(kind) + " is missing");
+  }
+  return driver;
+}
+
+GDALDatasetUniquePtr OpenDataset(const std::string& path, WorkspaceKind kind, bool update) {
+  const char* drivers[] = {DriverName(kind), nullptr};
+  const unsigned flags = GDAL_OF_VECTOR | (update ? GDAL_OF_UPDATE : GDAL_OF_READONLY);
+  return GDALDatasetUniquePtr(GDALDataset::Open(path.c_str(), flags, drivers, nullptr, nullptr));
+}
+
+}  // namespace
+
+WorkspaceKind Workspace::KindOfPath(const std::string& path) {
+  const std::string p = WithoutTrailingSlash(path);
+  if (EndsWith(p, ".gdb")) return WorkspaceKind::FileGeodatabase;
+  if (EndsWith(p, ".gpkg")) return WorkspaceKind::GeoPackage;
+  return WorkspaceKind::ShapefileFolder;
+}
+
+std::shared_ptr<Workspace> Workspace::Open(const std::string& rawPath) {
+  const std::string path = WithoutTrailingSlash(rawPath);
+  RejectPersonalGeodatabase(path);
+  const WorkspaceKind kind = KindOfPath(path);
+  std::error_code ec;
+  if (path.empty() || !fs::exists(path, ec)) {
+    throw PlatformError(kErrPathNotFound, kSource, "Cannot open workspace '" + path + "': it does not exist");
+  }
+  const bool isDirectory = fs::is_directory(path, ec);
+  if (kind == WorkspaceKind::ShapefileFolder && !isDirectory) {
+    throw PlatformError(kErrPathNotFound, kSource, "Cannot open workspace '" + path + "': it is not a folder");
+  }
+  if (::access(path.c_str(), R_OK) != 0) {
+    throw PlatformError(kErrPermissionDenied, kSource,
+                        "Cannot open workspace '" + path + "': permission denied");
+  }
+  const bool readOnly = !IsWritable(path);
+  internal::QuietGdalErrors quiet;
+  GDALDatasetUniquePtr dataset = OpenDataset(path, kind, !readOnly);
+  if (!dataset && kind == WorkspaceKind::ShapefileFolder) {
+    // A folder without shapefiles yet: the driver opens it through Create.
+    dataset.reset(Driver(kind)->Create(path.c_str(), 0, 0, 0, GDT_Unknown, nullptr));
+  }
+  if (!dataset) {
+    internal::ThrowGdalError(kSource, "Cannot open workspace '" + path + "'");
+  }
+  return std::make_shared<internal::OgrWorkspace>(kind, path, std::move(dataset), readOnly);
+}
+
+std::shared_ptr<Workspace> Workspace::OpenOrCreate(const std::string& rawPath) {
+  const std::string path = WithoutTrailingSlash(rawPath);
+  RejectPersonalGeodatabase(path);
+  std::error_code ec;
+  if (fs::exists(path, ec)) return Open(path);
+  const WorkspaceKind kind = KindOfPath(path);
+  const fs::path parent = fs::path(path).parent_path();
+  if (!parent.empty()) fs::create_directories(parent, ec);
+  if (kind == WorkspaceKind::ShapefileFolder) {
+    if (!fs::create_directories(path, ec) && ec) {
+      throw PlatformError(kErrPathNotFound, kSource,
+                          "Cannot create folder '" + path + "': " + ec.message());
+    }
+    return Open(path);
+  }
+  internal::QuietGdalErrors quiet;
+  GDALDatasetUniquePtr dataset(Driver(kind)->Create(path.c_str(), 0, 0, 0, GDT_Unknown, nullptr));
+  if (!dataset) internal::ThrowGdalError(kSource, "Cannot create workspace '" + path + "'");
+  return std::make_shared<internal::OgrWorkspace>(kind, path, std::move(dataset), false);
+}
+
+}  // namespace tarnwick::platform
