@@ -5,7 +5,7 @@ set -euo pipefail
 packages=(
   cmake ninja-build g++ pkg-config
   libgdal-dev gdal-bin libgeos-dev libproj-dev proj-data
-  libpugixml-dev libcli11-dev libfmt-dev
+  libpugixml-dev libcli11-dev libfmt-dev libsqlite3-dev
   libgtest-dev libgmock-dev libbenchmark-dev
 )
 missing=()
