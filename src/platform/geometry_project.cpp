@@ -45,10 +45,20 @@ class StepwiseTransformation final : public OGRCoordinateTransformation {
         toGeographic_(Conversion(from, from.GeographicCoordinateSystem())),
         fromGeographic_(Conversion(to.GeographicCoordinateSystem(), to)),
         transformation_(transformation),
-        direction_(direction) {}
+        direction_(direction),
+        source_(new OGRSpatialReference(*internal::OgrOf(from))),
+        target_(new OGRSpatialReference(*internal::OgrOf(to))) {}
+  ~StepwiseTransformation() override {
+    source_->Release();
+    target_->Release();
+  }
+  StepwiseTransformation(const StepwiseTransformation&) = delete;
+  StepwiseTransformation& operator=(const StepwiseTransformation&) = delete;
 
-  OGRSpatialReference* GetSourceCS() override { return const_cast<OGRSpatialReference*>(internal::OgrOf(from_)); }
-  OGRSpatialReference* GetTargetCS() override { return const_cast<OGRSpatialReference*>(internal::OgrOf(to_)); }
+  // OGR attaches these to the geometry it transforms and counts references
+  // on them, so they are reference-counted copies, not the wrapped objects.
+  OGRSpatialReference* GetSourceCS() override { return source_; }
+  OGRSpatialReference* GetTargetCS() override { return target_; }
   OGRCoordinateTransformation* Clone() const override { return nullptr; }
   OGRCoordinateTransformation* GetInverse() const override { return nullptr; }
 
@@ -83,6 +93,8 @@ class StepwiseTransformation final : public OGRCoordinateTransformation {
   const GeoTransformation* transformation_;
   TransformDirection direction_;
   std::exception_ptr failure_;
+  OGRSpatialReference* source_;  // reference-counted by OGR
+  OGRSpatialReference* target_;
 };
 
 Geometry ProjectGeometry(const Geometry& source, const SpatialReference& to, const GeoTransformation* transformation,
@@ -94,7 +106,9 @@ Geometry ProjectGeometry(const Geometry& source, const SpatialReference& to, con
   if (from.IsUnknown() || to.IsUnknown() || source.IsEmpty()) return result;
   internal::QuietGdalErrors quiet;
   StepwiseTransformation steps(from, to, transformation, direction);
-  if (result.impl()->geom->transform(&steps) != OGRERR_NONE) {
+  const OGRErr status = result.impl()->geom->transform(&steps);
+  result.impl()->geom->assignSpatialReference(nullptr);  // the reference is kept beside the geometry
+  if (status != OGRERR_NONE) {
     if (steps.Failure()) std::rethrow_exception(steps.Failure());
     internal::ThrowGdalError(kSource, "The geometry could not be projected from " + from.Name() + " to " + to.Name());
   }

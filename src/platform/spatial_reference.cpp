@@ -123,10 +123,19 @@ int SpatialReference::FactoryCode() const {
 std::string SpatialReference::Name() const {
   if (IsUnknown()) return "Unknown";
   internal::QuietGdalErrors quiet;
-  OGRSpatialReference esri(impl_->srs);
-  esri.morphToESRI();
-  const char* name = esri.GetName();
-  return name ? name : "Unknown";
+  // The ESRI flavour of WKT carries the ESRI name as its first quoted text.
+  char* wkt = nullptr;
+  const char* const options[] = {"FORMAT=WKT1_ESRI", nullptr};
+  impl_->srs.exportToWkt(&wkt, options);
+  std::string text = wkt ? wkt : "";
+  CPLFree(wkt);
+  const auto open = text.find('"');
+  const auto close = open == std::string::npos ? open : text.find('"', open + 1);
+  if (close == std::string::npos) {
+    const char* name = impl_->srs.GetName();
+    return name ? name : "Unknown";
+  }
+  return text.substr(open + 1, close - open - 1);
 }
 
 double SpatialReference::MetersPerUnit() const {
