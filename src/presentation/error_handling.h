@@ -22,7 +22,11 @@ namespace tarnwick {
 class RoutineError : public std::exception {
  public:
   RoutineError(long number, std::string source, std::string description);
+  // climbing: the description already holds the call stack (some routine's
+  // handler has formatted it and added its line).
+  RoutineError(long number, std::string source, std::string description, bool climbing);
   long Number() const noexcept { return number_; }
+  bool Climbing() const noexcept { return climbing_; }
   const std::string& Source() const noexcept { return source_; }
   const std::string& Description() const noexcept { return description_; }
   const char* what() const noexcept override { return description_.c_str(); }
@@ -31,6 +35,7 @@ class RoutineError : public std::exception {
   long number_;
   std::string source_;
   std::string description_;
+  bool climbing_ = false;
 };
 
 // Throws a fresh error that has not yet climbed (the first level formats it).
@@ -58,6 +63,14 @@ ErrorLog HandleErrorAtEntryPoint(std::string_view routine, std::string_view modu
                                  platform::host::Application* application,
                                  const platform::host::MapDocument* document,
                                  std::source_location where = std::source_location::current());
+
+// The host's other ways of showing an error, kept beside the one the system
+// uses (log and message window): 2 and 3 show the location and description
+// in a box titled "Unexpected Program Error"; any other style shows them
+// under that title with a request to record the call stack.
+std::string ErrorDisplayText(long displayStyle, std::string_view location, std::string_view description);
+void ShowErrorInStyle(platform::host::Application& application, long displayStyle, std::string_view location,
+                      std::string_view description);
 
 // Runs body; any exception it lets out goes through HandleError under this
 // routine's name.

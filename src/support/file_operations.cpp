@@ -1,0 +1,119 @@
+#include "support/file_operations.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "platform/errors.h"
+#include "platform/host/application.h"
+#include "presentation/error_handling.h"
+#include "support/sorting.h"
+
+namespace tarnwick {
+namespace {
+constexpr std::string_view kModule = "MyGeneralOperations";
+namespace fs = std::filesystem;
+using platform::host::MessageButtons;
+using platform::host::MessageIcon;
+using platform::host::MessageResult;
+
+// Replaces the file's content with text and one CR LF.
+void WriteWithLineEnd(const std::string& path, std::string_view text) {
+  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  if (!out) RaiseError(platform::kErrPathNotFound, std::string(kModule), "Unable to open file for writing: " + path);
+  out << text << "\r\n";
+  out.close();
+  if (!out) RaiseError(platform::kErrPermissionDenied, std::string(kModule), "Unable to write file: " + path);
+}
+
+bool WriteAsking(platform::host::Application& application, const std::string& path, std::string_view text,
+                 bool overwrite) {
+  std::error_code ec;
+  if (!overwrite && fs::exists(path, ec)) {
+    const auto answer = application.MessageBox(
+        "File Already Exists!\n  --> " + path + "\nClick 'OK' to overwrite the file, or 'CANCEL' to quit...",
+        "File Exists:", MessageButtons::OKCancel, MessageIcon::Exclamation);
+    if (answer != MessageResult::OK) return false;
+    if (!fs::remove(path, ec) || ec) {
+      application.MessageBox("Unable to delete " + path +
+                                 "\nIt may be open in another application.  Please delete this file manually "
+                                 "or save the text to a new filename.",
+                             "Unable to Delete File:", MessageButtons::OK, MessageIcon::Exclamation);
+      return false;
+    }
+  }
+  WriteWithLineEnd(path, text);
+  return true;
+}
+
+void CollectFiles(const fs::path& folder, std::vector<std::string>& files) {
+  // directory_iterator never yields "." or "..".
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    if (entry.is_directory()) {
+      CollectFiles(entry.path(), files);
+    } else {
+      files.push_back(entry.path().string());
+    }
+  }
+}
+}  // namespace
+
+std::string ReadTextFile(const std::string& path) {
+  return Guarded("ReadTextFile", kModule, [&] {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) return std::string();
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+  });
+}
+
+bool WriteTextFile(platform::host::Application& application, const std::string& path, std::string_view text,
+                   bool overwrite) {
+  return Guarded("WriteTextFile", kModule, [&] { return WriteAsking(application, path, text, overwrite); });
+}
+
+bool WriteTextFileOverwrite(platform::host::Application& application, const std::string& path,
+                            std::string_view text, bool overwrite) {
+  return Guarded("WriteTextFileOverwrite", kModule,
+                 [&] { return WriteAsking(application, path, text, overwrite); });
+}
+
+bool WriteTextFileOverwrite(const std::string& path, std::string_view text) {
+  return Guarded("WriteTextFileOverwrite", kModule, [&] {
+    WriteWithLineEnd(path, text);
+    return true;
+  });
+}
+
+void ReturnFilesFromNestedFolders2(const std::string& folder, std::vector<std::string>& files) {
+  Guarded("ReturnFilesFromNestedFolders2", kModule, [&] {
+    CollectFiles(fs::path(folder), files);
+    if (!files.empty()) StringsAscending(files, 0, static_cast<long>(files.size()) - 1);
+  });
+}
+
+bool OpenDoc(const std::string& path) {
+  return Guarded("OpenDoc", kModule, [&] {
+    // Double fork: the viewer is adopted by init, so nothing waits for it
+    // and no zombie is left behind.
+    const pid_t child = fork();
+    if (child < 0) return false;
+    if (child == 0) {
+      if (fork() == 0) {
+        setsid();
+        execlp("xdg-open", "xdg-open", path.c_str(), static_cast<char*>(nullptr));
+        _exit(127);
+      }
+      _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+  });
+}
+
+}  // namespace tarnwick
