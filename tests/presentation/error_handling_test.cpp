@@ -1,0 +1,170 @@
+#include "presentation/error_handling.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <regex>
+#include <stdexcept>
+
+#include "platform/errors.h"
+#include "platform/host/map_document.h"
+#include "testkit/fake_application.h"
+#include "testkit/temp_dir.h"
+
+namespace tarnwick {
+namespace {
+namespace fs = std::filesystem;
+
+// Three routines calling each other; the innermost fails. Each one keeps its
+// Guarded call on the line whose number is recorded next to it.
+void Level3() { Guarded("Level3", "TestModule", [] { throw std::runtime_error("boom"); }); }  constexpr long kLine3 = __LINE__;
+void Level2() { Guarded("Level2", "TestModule", [] { Level3(); }); }  constexpr long kLine2 = __LINE__;
+void Level1() { Guarded("Level1", "OtherModule", [] { Level2(); }); }  constexpr long kLine1 = __LINE__;
+
+std::vector<fs::path> LogFiles(const fs::path& dir) {
+  std::vector<fs::path> found;
+  for (const auto& e : fs::directory_iterator(dir)) {
+    if (e.path().filename().string().starts_with("Tarnwick_Error_Log_")) found.push_back(e.path());
+  }
+  return found;
+}
+
+// Makes the working directory a temporary folder for one test.
+class InTempWorkingDir {
+ public:
+  InTempWorkingDir() : previous_(fs::current_path()) { fs::current_path(dir_.path()); }
+  ~InTempWorkingDir() { fs::current_path(previous_); }
+  const fs::path& path() const { return dir_.path(); }
+
+ private:
+  testkit::TempDir dir_;
+  fs::path previous_;
+};
+
+TEST(ErrorRoad, NestedRoutinesStackInnermostLastAndLogBesideTheDocument) {
+  testkit::TempDir dir;
+  testkit::FakeApplication app;
+  platform::host::MapDocument doc(dir / "stands.mxd", "stands");
+
+  ErrorLog log;
+  long entryLine = 0;
+  try {
+    Level1();
+  } catch (...) {
+    entryLine = __LINE__ + 1;
+    log = HandleErrorAtEntryPoint("cmdOK_Click", "frmPlotLayout", &app, &doc);
+  }
+
+  const auto files = LogFiles(dir.path());
+  ASSERT_EQ(files.size(), 1u);
+  EXPECT_TRUE(std::regex_match(files[0].filename().string(),
+                               std::regex(R"(Tarnwick_Error_Log_\d{8}_\d{6}\.txt)")));
+  EXPECT_EQ(log.path, files[0].string());
+  EXPECT_EQ(log.number, platform::kErrInvalidProcedureCall);
+
+  const std::string expected =
+      "Error in 'stands.mxd'\n"
+      "Record Call Stack Sequence - Bottom line is error line.\n"
+      "\n"
+      "Log file saved to:\n"
+      "  --> " + files[0].string() + "\n"
+      "\n"
+      "cmdOK_Click frmPlotLayout Line : " + std::to_string(entryLine) + "\n" +
+      "\tLevel1 OtherModule Line : " + std::to_string(kLine1) + "\n" +
+      "\tLevel2 TestModule Line : " + std::to_string(kLine2) + "\n" +
+      "\tLevel3 TestModule Line : " + std::to_string(kLine3) + "\n" +
+      "\nError Number \n\t5\nDescription\n\tboom\n\n";
+  EXPECT_EQ(log.text, expected);
+  ASSERT_EQ(app.windows.size(), 1u);
+  EXPECT_EQ(app.windows[0], expected);
+  EXPECT_EQ(testkit::ReadFile(files[0]), expected + "\r\n");
+}
+
+TEST(ErrorRoad, InnerLevelsKeepNumberAndSourceOfPlatformErrors) {
+  try {
+    Guarded("Outer", "M", [] {
+      Guarded("Inner", "M", [] { throw platform::PlatformError(1000, "OGR", "layer plots: no such table"); }, {});
+    });
+    FAIL() << "no error climbed";
+  } catch (const RoutineError& e) {
+    EXPECT_EQ(e.Number(), 1000);
+    EXPECT_EQ(e.Source(), "OGR");
+    EXPECT_TRUE(e.Climbing());
+    EXPECT_TRUE(e.Description().starts_with("\tOuter M Line : "));
+    // The inner routine was given no line: its location ends with a blank.
+    EXPECT_NE(e.Description().find("\n\tInner M \n\nError Number \n\t1000\nDescription\n\tlayer plots: no such table\n\n"),
+              std::string::npos)
+        << e.Description();
+  }
+}
+
+TEST(ErrorRoad, ErrorAtTheEntryPointShowsTheBanner) {
+  testkit::TempDir dir;
+  testkit::FakeApplication app;  // version 1.2.3
+  platform::host::MapDocument doc(dir / "sub/../inventory.mxd", "inventory");
+  fs::create_directories(dir.path() / "sub");
+
+  ErrorLog log;
+  try {
+    RaiseError(platform::kErrTypeMismatch, "frmLayerID", "Type mismatch");
+  } catch (...) {
+    log = HandleErrorAtEntryPoint("cmdOK_Click", "frmLayerID", &app, &doc, {});
+  }
+  const std::string tail =
+      "\n\ncmdOK_Click frmLayerID \n"
+      "TNWK Waypoint Converter v. 1.2.3:  Error Number 13\nDescription:  Type mismatch\n\n";
+  ASSERT_GE(log.text.size(), tail.size());
+  EXPECT_EQ(log.text.substr(log.text.size() - tail.size()), tail);
+  EXPECT_TRUE(log.text.starts_with("Error in 'inventory.mxd'\n"));
+  EXPECT_EQ(LogFiles(dir.path()).size(), 1u);
+}
+
+TEST(ErrorRoad, NoApplicationOrDocumentLogsInTheWorkingDirectory) {
+  InTempWorkingDir cwd;
+  ErrorLog log;
+  try {
+    RaiseError(0, "x", "");  // number 0 still gives the whole report
+  } catch (...) {
+    log = HandleErrorAtEntryPoint("Main", "cli", nullptr, nullptr, {});
+  }
+  const auto files = LogFiles(cwd.path());
+  ASSERT_EQ(files.size(), 1u);
+  EXPECT_EQ(log.number, 0);
+  EXPECT_EQ(log.text, "Error in '.mxd'\n"
+                      "Record Call Stack Sequence - Bottom line is error line.\n\n"
+                      "Log file saved to:\n  --> " +
+                          (fs::current_path() / files[0].filename()).string() +
+                          "\n\nMain cli \n"
+                          "TNWK Waypoint Converter v. 0.1.0:  Error Number 0\nDescription:  \n\n");
+}
+
+TEST(ErrorRoad, UnwritableLogStillShowsTheStackAndNeverThrows) {
+  testkit::TempDir dir;
+  testkit::FakeApplication app;
+  platform::host::MapDocument doc(dir / "missing/folder/x.mxd", "x");
+  ErrorLog log;
+  try {
+    Level2();
+  } catch (...) {
+    EXPECT_NO_THROW(log = HandleErrorAtEntryPoint("Run", "M", &app, &doc));
+  }
+  EXPECT_TRUE(log.path.empty());
+  ASSERT_EQ(app.windows.size(), 1u);
+  EXPECT_NE(app.windows[0].find("\tLevel2 TestModule"), std::string::npos);
+}
+
+TEST(ErrorRoad, OtherDisplayStylesKeepTheirTexts) {
+  EXPECT_EQ(ErrorDisplayText(2, "R M Line : 4", "d"), "R M Line : 4\nd");
+  EXPECT_EQ(ErrorDisplayText(7, "R M Line : 4", "d"),
+            "An error has occured in the application.   Record the call stack sequence\n"
+            "and the description of the error.\n\n"
+            "Error Call Stack Sequence \n\tR M Line : 4\nd");
+  testkit::FakeApplication app;
+  ShowErrorInStyle(app, 3, "L", "D");
+  ASSERT_EQ(app.boxes.size(), 1u);
+  EXPECT_EQ(app.boxes[0].title, "Unexpected Program Error");
+  EXPECT_EQ(app.boxes[0].text, "L\nD");
+}
+
+}  // namespace
+}  // namespace tarnwick
