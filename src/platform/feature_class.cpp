@@ -107,17 +107,27 @@ void OgrFeatureClass::ApplyFilter(const std::string& where) {
 
 std::int64_t OgrFeatureClass::FeatureCount(const std::string& where) {
   ApplyFilter(where);
+  QuietGdalErrors quiet;
   const GIntBig count = layer_->GetFeatureCount(TRUE);
-  if (!where.empty()) ApplyFilter("");
+  if (!where.empty()) layer_->SetAttributeFilter(nullptr);
+  ThrowIfReadFailed(where);
   return count;
 }
 
 std::vector<std::int64_t> OgrFeatureClass::Select(const std::string& where) {
   ApplyFilter(where);
+  QuietGdalErrors quiet;
   std::vector<std::int64_t> oids;
   for (auto& feature : *layer_) oids.push_back(feature->GetFID());
-  if (!where.empty()) ApplyFilter("");
+  if (!where.empty()) layer_->SetAttributeFilter(nullptr);
+  ThrowIfReadFailed(where);
   return oids;
+}
+
+void OgrFeatureClass::ThrowIfReadFailed(const std::string& where) const {
+  if (CPLGetLastErrorType() != CE_Failure && CPLGetLastErrorType() != CE_Fatal) return;
+  if (where.empty()) ThrowGdalError(kSource, "Cannot read '" + name_ + "'");
+  ThrowGdalError(kSource, "Invalid where clause '" + where + "' on '" + name_ + "'");
 }
 
 Feature OgrFeatureClass::ToFeature(OGRFeature& source) const {

@@ -41,20 +41,24 @@ class OgrSearchCursor final : public FeatureCursor {
   OgrSearchCursor(std::shared_ptr<OgrFeatureClass> featureClass, const std::string& where)
       : class_(std::move(featureClass)) {
     class_->ApplyFilter(where);
-    filtered_ = !where.empty();
+    where_ = where;
   }
   ~OgrSearchCursor() override {
-    if (filtered_) class_->Layer().SetAttributeFilter(nullptr);
+    if (!where_.empty()) class_->Layer().SetAttributeFilter(nullptr);
   }
   std::optional<Feature> NextFeature() override {
+    QuietGdalErrors quiet;
     OGRFeatureUniquePtr feature(class_->Layer().GetNextFeature());
-    if (!feature) return std::nullopt;
+    if (!feature) {
+      class_->ThrowIfReadFailed(where_);
+      return std::nullopt;
+    }
     return class_->ToFeature(*feature);
   }
 
  private:
   std::shared_ptr<OgrFeatureClass> class_;
-  bool filtered_ = false;
+  std::string where_;
 };
 
 class OgrOidCursor final : public FeatureCursor {
@@ -125,7 +129,7 @@ class OgrUpdateCursor final : public UpdateCursor {
       : class_(std::move(featureClass)), transaction_(class_->Store().Dataset()) {
     class_->Store().RequireWritable("update '" + class_->Name() + "'");
     class_->ApplyFilter(where);
-    filtered_ = !where.empty();
+    where_ = where;
   }
   ~OgrUpdateCursor() override {
     try {
@@ -133,11 +137,15 @@ class OgrUpdateCursor final : public UpdateCursor {
     } catch (...) {
       // A destructor cannot report; callers who need to know call Flush.
     }
-    if (filtered_) class_->Layer().SetAttributeFilter(nullptr);
+    if (!where_.empty()) class_->Layer().SetAttributeFilter(nullptr);
   }
   std::optional<Feature> NextFeature() override {
+    QuietGdalErrors quiet;
     current_.reset(class_->Layer().GetNextFeature());
-    if (!current_) return std::nullopt;
+    if (!current_) {
+      class_->ThrowIfReadFailed(where_);
+      return std::nullopt;
+    }
     return class_->ToFeature(*current_);
   }
   void UpdateFeature(const Feature& feature) override {
@@ -162,7 +170,7 @@ class OgrUpdateCursor final : public UpdateCursor {
   std::shared_ptr<OgrFeatureClass> class_;
   LazyTransaction transaction_;
   OGRFeatureUniquePtr current_;
-  bool filtered_ = false;
+  std::string where_;
   bool pending_ = false;
 };
 

@@ -43,7 +43,9 @@ const char* DriverName(WorkspaceKind kind) {
 }
 
 void RejectPersonalGeodatabase(const std::string& path) {
-  if (EndsWith(path, ".mdb")) {
+  std::string lower = Lower(path);
+  std::replace(lower.begin(), lower.end(), '\\', '/');
+  if (EndsWith(lower, ".mdb") || lower.find(".mdb/") != std::string::npos) {
     throw PlatformError(kErrPlatform, kSource,
                         "Cannot use '" + path +
                             "': a personal geodatabase (.mdb) cannot be written on this platform; "

@@ -71,6 +71,9 @@ class OgrFeatureClass final : public FeatureClass, public std::enable_shared_fro
   void FromFeature(const Feature& source, OGRFeature& target) const;
   // Applies the where clause to the layer (throws when OGR rejects it).
   void ApplyFilter(const std::string& where);
+  // Throws when GDAL recorded a failure since the last reset (a query that
+  // the store rejected only when it ran).
+  void ThrowIfReadFailed(const std::string& where) const;
 
  private:
   void ReadFields();

@@ -1,0 +1,214 @@
+#include "platform/workspace.h"
+
+#include <gtest/gtest.h>
+
+#include "testkit/temp_dir.h"
+
+namespace tarnwick::platform {
+namespace {
+
+struct Store {
+  std::string name;
+  std::string path;  // relative to a temp folder
+  WorkspaceKind kind;
+  std::string oidName;
+  std::string shapeName;
+  friend void PrintTo(const Store& store, std::ostream* os) { *os << store.name; }
+};
+
+class WorkspaceStores : public ::testing::TestWithParam<Store> {
+ protected:
+  std::shared_ptr<FeatureClass> CreatePlots() {
+    workspace = Workspace::OpenOrCreate(dir / GetParam().path);
+    Workspace::NewFeatureClass spec;
+    spec.name = "Plots";
+    spec.geometryType = GeometryType::Point;
+    spec.spatialReference = SpatialReference::FromEpsg(26910);
+    spec.fields = {
+        Field{"STAND_ID", "", FieldType::String, 20},
+        Field{"PLOT_NO", "", FieldType::Integer},
+        Field{"AREA_HA", "", FieldType::Double, 0, 12, 4},
+        Field{"CLASS", "", FieldType::SmallInteger},
+    };
+    spec.oidFieldName = "OBJECTID";
+    spec.shapeFieldName = "Shape";
+    return workspace->CreateFeatureClass(spec);
+  }
+
+  testkit::TempDir dir;
+  std::shared_ptr<Workspace> workspace;
+};
+
+TEST_P(WorkspaceStores, CreateInsertReadUpdate) {
+  const Store& store = GetParam();
+  auto plots = CreatePlots();
+  EXPECT_EQ(workspace->Kind(), store.kind);
+  EXPECT_EQ(Workspace::KindOfPath(workspace->PathName()), store.kind);
+
+  // Field list: OID at 0, Shape at 1, then the attributes in order.
+  const auto& fields = plots->Fields();
+  ASSERT_EQ(fields.size(), 6u);
+  EXPECT_EQ(fields[0].type, FieldType::OID);
+  EXPECT_EQ(fields[0].name, store.oidName);
+  EXPECT_EQ(fields[1].type, FieldType::Geometry);
+  EXPECT_EQ(fields[1].name, store.shapeName);
+  EXPECT_EQ(fields[2].type, FieldType::String);
+  EXPECT_EQ(fields[2].length, 20);
+  EXPECT_EQ(fields[3].type, FieldType::Integer);
+  EXPECT_EQ(fields[4].type, FieldType::Double);
+  EXPECT_EQ(fields[5].type, FieldType::SmallInteger);
+  EXPECT_EQ(plots->FindField("plot_no"), 3);
+  EXPECT_EQ(plots->FindField("absent"), -1);
+  EXPECT_EQ(plots->ShapeType(), GeometryType::Point);
+  EXPECT_FALSE(plots->HasZ());
+  EXPECT_FALSE(plots->HasM());
+  EXPECT_EQ(plots->GetSpatialReference().FactoryCode(), 26910);
+
+  {
+    auto cursor = plots->Insert();
+    Feature buffer = cursor->CreateFeatureBuffer();
+    ASSERT_EQ(buffer.values.size(), 6u);
+    for (int i = 1; i <= 5; ++i) {
+      buffer.shape = Geometry::MakePoint(500000 + i * 10, 4000000 + i, SpatialReference::FromEpsg(26910));
+      buffer.values[2] = std::string(i % 2 ? "A1" : "B2");
+      buffer.values[3] = std::int64_t{i};
+      buffer.values[4] = i * 0.25;
+      buffer.values[5] = i == 3 ? Value{} : Value{std::int64_t{7}};
+      cursor->InsertFeature(buffer);
+    }
+    cursor->Flush();
+  }
+
+  EXPECT_EQ(plots->FeatureCount(), 5);
+  EXPECT_EQ(plots->FeatureCount("STAND_ID = 'A1'"), 3);
+  const auto selected = plots->Select("PLOT_NO >= 4");
+  ASSERT_EQ(selected.size(), 2u);
+
+  std::vector<std::int64_t> numbers;
+  auto search = plots->Search();
+  while (auto feature = search->NextFeature()) {
+    const auto n = std::get<std::int64_t>(feature->values[3]);
+    numbers.push_back(n);
+    EXPECT_EQ(std::get<std::int64_t>(feature->values[0]), feature->oid);
+    EXPECT_DOUBLE_EQ(std::get<double>(feature->values[4]), n * 0.25);
+    EXPECT_EQ(feature->shape.PointXY(), (XY{500000.0 + n * 10, 4000000.0 + n}));
+    EXPECT_EQ(feature->shape.SpatialRef().FactoryCode(), 26910);
+    if (n == 3) EXPECT_TRUE(IsNull(feature->values[5]));
+  }
+  search.reset();
+  EXPECT_EQ(numbers, (std::vector<std::int64_t>{1, 2, 3, 4, 5}));
+
+  // Read by OID in the order given.
+  auto byOid = plots->SearchOids({selected[1], selected[0]});
+  EXPECT_EQ(std::get<std::int64_t>(byOid->NextFeature()->values[3]), 5);
+  EXPECT_EQ(std::get<std::int64_t>(byOid->NextFeature()->values[3]), 4);
+  EXPECT_FALSE(byOid->NextFeature());
+
+  {
+    auto update = plots->Update("PLOT_NO = 2");
+    auto feature = update->NextFeature();
+    ASSERT_TRUE(feature);
+    feature->values[2] = std::string("ZZ");
+    feature->shape = Geometry::MakePoint(1, 2, SpatialReference::FromEpsg(26910));
+    update->UpdateFeature(*feature);
+    EXPECT_FALSE(update->NextFeature());
+    update->Flush();
+  }
+
+  // Everything is on disk: a second opening of the store reads it back.
+  auto reopened = Workspace::Open(workspace->PathName())->OpenFeatureClass("plots");
+  EXPECT_EQ(reopened->FeatureCount(), 5);
+  auto changed = reopened->Search("STAND_ID = 'ZZ'");
+  auto feature = changed->NextFeature();
+  ASSERT_TRUE(feature);
+  EXPECT_EQ(std::get<std::int64_t>(feature->values[3]), 2);
+  EXPECT_EQ(feature->shape.PointXY(), (XY{1, 2}));
+  EXPECT_FALSE(changed->NextFeature());
+  const Envelope extent = reopened->Extent();
+  EXPECT_DOUBLE_EQ(extent.xMin, 1);
+  EXPECT_DOUBLE_EQ(extent.xMax, 500050);
+}
+
+TEST_P(WorkspaceStores, AddFieldToExistingClassAndNames) {
+  auto plots = CreatePlots();
+  plots->AddField(Field{"NOTE", "", FieldType::String, 40});
+  plots->AddField(Field{"WEIGHT", "", FieldType::Single});
+  ASSERT_EQ(plots->Fields().size(), 8u);
+  EXPECT_EQ(plots->FindField("NOTE"), 6);
+  EXPECT_EQ(plots->Fields()[6].length, 40);
+  EXPECT_EQ(plots->FindField("WEIGHT"), 7);
+
+  {
+    auto cursor = plots->Insert();
+    Feature buffer = cursor->CreateFeatureBuffer();
+    ASSERT_EQ(buffer.values.size(), 8u);
+    buffer.values[6] = std::string("late field");
+    buffer.values[7] = 1.5;
+    cursor->InsertFeature(buffer);
+  }  // committed when the cursor goes
+
+  auto search = plots->Search();
+  auto feature = search->NextFeature();
+  ASSERT_TRUE(feature);
+  EXPECT_EQ(std::get<std::string>(feature->values[6]), "late field");
+  EXPECT_DOUBLE_EQ(std::get<double>(feature->values[7]), 1.5);
+  EXPECT_TRUE(feature->shape.IsNull());
+  search.reset();
+
+  EXPECT_TRUE(workspace->NameExists("PLOTS"));
+  EXPECT_FALSE(workspace->NameExists("Stands"));
+  EXPECT_EQ(workspace->FeatureClassNames(), std::vector<std::string>{"Plots"});
+  EXPECT_NE(plots->FullPath().find("Plots"), std::string::npos);
+  const ClassPath split = SplitClassPath(plots->FullPath());
+  EXPECT_EQ(split.workspace, workspace->PathName());
+  EXPECT_EQ(split.name, "Plots");
+
+  const FeatureLayer layer = OpenFeatureLayer(plots->FullPath());
+  EXPECT_EQ(layer.name, "Plots");
+  EXPECT_EQ(layer.featureClass->FeatureCount(), 1);
+
+  workspace->DeleteFeatureClass("Plots");
+  EXPECT_FALSE(workspace->NameExists("Plots"));
+}
+
+TEST_P(WorkspaceStores, PolygonsWithZAndCustomNames) {
+  workspace = Workspace::OpenOrCreate(dir / GetParam().path);
+  Workspace::NewFeatureClass spec;
+  spec.name = "Stands";
+  spec.geometryType = GeometryType::Polygon;
+  spec.spatialReference = SpatialReference::FromEpsg(2227);
+  spec.oidFieldName = "STAND_OID";
+  spec.shapeFieldName = "GEOM";
+  spec.hasZ = true;
+  auto stands = workspace->CreateFeatureClass(spec);
+  EXPECT_TRUE(stands->HasZ());
+  EXPECT_EQ(stands->ShapeType(), GeometryType::Polygon);
+  if (GetParam().kind != WorkspaceKind::ShapefileFolder) {
+    EXPECT_EQ(stands->OIDFieldName(), "STAND_OID");
+    EXPECT_EQ(stands->ShapeFieldName(), "GEOM");
+  }
+  {
+    auto cursor = stands->Insert();
+    Feature buffer = cursor->CreateFeatureBuffer();
+    auto shape = Geometry::FromWkt("POLYGON ((0 0, 0 10, 10 10, 10 0, 0 0), (2 2, 4 2, 4 4, 2 4, 2 2))", spec.spatialReference);
+    shape.SetZAware(true);
+    buffer.shape = shape;
+    cursor->InsertFeature(buffer);
+  }
+  auto search = stands->Search();
+  auto feature = search->NextFeature();
+  ASSERT_TRUE(feature);
+  EXPECT_NEAR(feature->shape.Area(), 96.0, 1e-3);  // a geodatabase snaps to its XY resolution
+  EXPECT_TRUE(feature->shape.HasZ());
+  EXPECT_EQ(feature->shape.SpatialRef().FactoryCode(), 2227);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    AllStores, WorkspaceStores,
+    ::testing::Values(Store{"Shapefiles", "shapes", WorkspaceKind::ShapefileFolder, "FID", "Shape"},
+                      Store{"FileGeodatabase", "inventory.gdb", WorkspaceKind::FileGeodatabase, "OBJECTID", "Shape"},
+                      Store{"GeoPackage", "inventory.gpkg", WorkspaceKind::GeoPackage, "OBJECTID", "Shape"}),
+    [](const auto& info) { return info.param.name; });
+
+}  // namespace
+}  // namespace tarnwick::platform
