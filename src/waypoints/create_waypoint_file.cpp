@@ -1,0 +1,126 @@
+#include "waypoints/create_waypoint_file.h"
+
+#include <cmath>
+#include <string>
+
+#include "platform/errors.h"
+#include "presentation/error_handling.h"
+#include "support/file_operations.h"
+#include "support/lookups.h"
+#include "support/time_operations.h"
+#include "waypoints/waypoint_record.h"
+#include "waypoints/waypoint_report.h"
+
+namespace tarnwick {
+
+namespace {
+
+// Number of points between two turns of the host's message loop: a
+// hundredth of the points, rounded half to even.
+long YieldInterval(std::int64_t points) { return static_cast<long>(std::nearbyint(static_cast<double>(points) / 100.0)); }
+
+}  // namespace
+
+WaypointResult CreateWaypointFile(platform::host::Application& application,
+                                  const platform::host::MapDocument* document,
+                                  const WaypointParameters& parameters) {
+  WaypointResult result;
+  auto& statusBar = application.GetStatusBar();
+  try {
+    const auto& featureClass = parameters.pointLayer.featureClass;
+    if (!featureClass) {
+      RaiseError(platform::kErrObjectNotSet, "CreateWaypointFile",
+                 "The point layer '" + parameters.pointLayer.name + "' has no feature class.");
+    }
+    const int plotIdIndex = featureClass->FindField(parameters.plotIdField.name);
+    const int standIdIndex = parameters.standIdField ? featureClass->FindField(parameters.standIdField->name) : -1;
+    const int elevationIndex =
+        parameters.elevationField ? featureClass->FindField(parameters.elevationField->name) : -1;
+    if (plotIdIndex < 0) {
+      RaiseError(platform::kErrInvalidProcedureCall, "CreateWaypointFile",
+                 "The Plot ID field '" + parameters.plotIdField.name + "' is not in '" + featureClass->Name() + "'.");
+    }
+
+    const platform::SpatialReference target = CreateSpatialReferenceWGS84();
+    const platform::SpatialReference source = featureClass->GetSpatialReference();
+    const bool sameGeographicSystem =
+        source.GeographicCoordinateSystem().FactoryCode() == target.GeographicCoordinateSystem().FactoryCode();
+    const bool mustProject = source.FactoryCode() != target.FactoryCode();
+
+    // A "selected" run with nothing selected converts every point.
+    const auto selectedCount = static_cast<std::int64_t>(parameters.pointLayer.selection.size());
+    const bool allPoints = parameters.convertAll || selectedCount == 0;
+    std::int64_t total = 0;
+    std::unique_ptr<platform::FeatureCursor> cursor;
+    if (allPoints) {
+      total = featureClass->FeatureCount();
+      cursor = featureClass->Search();
+    } else {
+      cursor = featureClass->SearchOids(parameters.pointLayer.selection);
+    }
+    const std::int64_t points = allPoints ? total : selectedCount;
+
+    statusBar.ShowProgressBar("Converting Points...", 0, static_cast<long>(points), 1, true);
+    const long interval = YieldInterval(points);
+    long sinceYield = 0;
+    std::string text;
+    while (auto feature = cursor->NextFeature()) {
+      statusBar.Step();
+      if (++sinceYield >= interval) {
+        sinceYield = 0;
+        application.DoEvents();
+      }
+      if (feature->shape.IsEmpty()) {
+        RaiseError(platform::kErrObjectNotSet, "CreateWaypointFile",
+                   "Point feature " + std::to_string(feature->oid) + " of '" + featureClass->Name() +
+                       "' has no geometry.");
+      }
+      platform::Geometry point = feature->shape;
+      if (mustProject) {
+        point = parameters.transformation ? point.ProjectEx(target, *parameters.transformation, parameters.direction)
+                                          : point.Project(target);
+      }
+      const platform::XY xy = point.PointXY();
+      const auto& values = feature->values;
+      std::optional<platform::Value> elevation;
+      std::optional<platform::Value> standId;
+      if (elevationIndex >= 0) elevation = values.at(static_cast<size_t>(elevationIndex));
+      if (standIdIndex >= 0) standId = values.at(static_cast<size_t>(standIdIndex));
+      text += FormatWaypointRecord(values.at(static_cast<size_t>(plotIdIndex)), xy.y, xy.x, elevation, standId);
+      text += "\r\n";
+      ++result.records;
+    }
+
+    WriteTextFile(application, parameters.outputPath, text, true);
+    statusBar.HideProgressBar();
+
+    WaypointReportItems items;
+    items.pointLayer = parameters.pointLayer.name;
+    items.plotIdField = parameters.plotIdField.name;
+    if (parameters.standIdField) items.standIdField = parameters.standIdField->name;
+    if (parameters.elevationField) items.elevationField = parameters.elevationField->name;
+    items.allPoints = allPoints;
+    items.total = total;
+    items.selectedCount = selectedCount;
+    items.sourceSpatialReference = source.Name();
+    items.waypointSpatialReference = target.Name();
+    items.transformation = parameters.transformation;
+    items.direction = parameters.direction;
+    items.sameGeographicSystem = sameGeographicSystem;
+    const LocalTime now = LocalNow();
+    items.completeTime = LongTimeText(now);
+    items.completeDate = LongDateText(now);
+    items.outputPath = parameters.outputPath;
+    items.version = application.GetVersion();
+    result.report = BuildWaypointReport(items);
+  } catch (...) {
+    statusBar.HideProgressBar();
+    const ErrorLog log = HandleErrorAtEntryPoint("CreateWaypointFile", "..\\ConversionFunctions", &application, document);
+    result.report.clear();
+    result.errorText = log.text;
+    result.errorLogPath = log.path;
+  }
+  return result;
+}
+
+}  // namespace tarnwick

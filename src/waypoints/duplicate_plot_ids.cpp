@@ -1,0 +1,52 @@
+#include "waypoints/duplicate_plot_ids.h"
+
+#include <algorithm>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "presentation/error_handling.h"
+
+namespace tarnwick {
+
+std::string FormatThousands(std::int64_t value) {
+  std::string digits = std::to_string(value < 0 ? -value : value);
+  for (int i = static_cast<int>(digits.size()) - 3; i > 0; i -= 3) digits.insert(static_cast<size_t>(i), ",");
+  return value < 0 ? "-" + digits : digits;
+}
+
+std::string DuplicateCheckProgressText(std::int64_t count, std::int64_t total) {
+  const double ratio = total > 0 ? std::min(static_cast<double>(count) / static_cast<double>(total), 1.0) : 1.0;
+  const std::string percent = std::to_string(static_cast<int>(ratio * 100)) + "%";
+  const std::string pad(percent.size() < 5 ? 5 - percent.size() : 0, ' ');
+  const int filled = static_cast<int>(ratio * 30);
+  return "Checking for Duplicate Plot ID values:\r\n[" + std::string(static_cast<size_t>(filled), '=') +
+         std::string(static_cast<size_t>(30 - filled), '.') + "]" + pad + percent;
+}
+
+std::string CheckForDuplicatePlotIDs(platform::FeatureCursor& cursor, int plotIdIndex, std::int64_t total,
+                                     const std::function<void(const std::string&)>& onProgress) {
+  return Guarded("CheckForDuplicatePlotIDs", "...Form = frmLayerID", [&] {
+    std::unordered_map<std::string, std::int64_t> occurrences;
+    std::vector<std::string> firstAppearance;
+    std::int64_t count = 0;
+    while (auto feature = cursor.NextFeature()) {
+      ++count;
+      if (onProgress) onProgress(DuplicateCheckProgressText(count, total));
+      const auto& value = feature->values.at(static_cast<size_t>(plotIdIndex));
+      const std::string text = platform::IsNull(value) ? "<Null>" : platform::ValueToText(value);
+      if (occurrences[text]++ == 0) firstAppearance.push_back(text);
+    }
+    if (count == 0) return std::string("No Features Found...");
+    std::string result;
+    for (const auto& text : firstAppearance) {
+      const auto n = occurrences[text];
+      if (n < 2) continue;
+      if (result.empty()) result = "Duplicate Plot IDs Found:\r\n";
+      result += "  --> " + text + ":  n = " + FormatThousands(n) + "\r\n";
+    }
+    return result;
+  });
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,166 @@
+#include "waypoints/create_waypoint_file.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "testkit/fake_application.h"
+#include "testkit/temp_dir.h"
+
+namespace tarnwick {
+namespace {
+
+using platform::Field;
+using platform::FieldType;
+using platform::Value;
+
+struct PlotRow {
+  Value plotId;
+  Value standId;
+  Value elevation;
+  std::optional<platform::XY> xy;  // none: a feature without geometry
+};
+
+// A GeoPackage point class "Plots" with PlotID (integer), StandID (text), Elev (double).
+platform::FeatureLayer MakePlots(const testkit::TempDir& dir, int epsg, const std::vector<PlotRow>& rows) {
+  auto workspace = platform::Workspace::OpenOrCreate(dir / "plots.gpkg");
+  platform::Workspace::NewFeatureClass spec;
+  spec.name = "Plots";
+  spec.geometryType = platform::GeometryType::Point;
+  spec.spatialReference = platform::SpatialReference::FromEpsg(epsg);
+  spec.fields = {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 20},
+                 Field{"Elev", "", FieldType::Double}};
+  auto plots = workspace->CreateFeatureClass(spec);
+  {
+    auto cursor = plots->Insert();
+    for (const auto& row : rows) {
+      auto buffer = cursor->CreateFeatureBuffer();
+      buffer.values[2] = row.plotId;
+      buffer.values[3] = row.standId;
+      buffer.values[4] = row.elevation;
+      if (row.xy) buffer.shape = platform::Geometry::MakePoint(row.xy->x, row.xy->y, spec.spatialReference);
+      cursor->InsertFeature(buffer);
+    }
+    cursor->Flush();
+  }
+  return platform::FeatureLayer{"Plot Layer", plots, {}, true};
+}
+
+WaypointParameters Parameters(const platform::FeatureLayer& layer, const std::string& out) {
+  WaypointParameters p;
+  p.pointLayer = layer;
+  p.plotIdField = layer.featureClass->Fields().at(2);
+  p.standIdField = layer.featureClass->Fields().at(3);
+  p.elevationField = layer.featureClass->Fields().at(4);
+  p.outputPath = out;
+  return p;
+}
+
+TEST(CreateWaypointFile, WritesEveryPointAndReportsAnUnprojectedRun) {
+  testkit::TempDir dir;
+  auto layer = MakePlots(dir, 4326,
+                         {{Value{std::int64_t{101}}, Value{std::string("A-17")}, Value{312.5}, platform::XY{-122.25, 45.5}},
+                          {Value{std::int64_t{102}}, Value{}, Value{}, platform::XY{-122.5, 5.25}},
+                          {Value{}, Value{std::string("B")}, Value{12.0}, platform::XY{0.25, -0.5}}});
+  testkit::FakeApplication app;
+  const std::string out = dir / "plots.way";
+  const auto result = CreateWaypointFile(app, nullptr, Parameters(layer, out));
+  ASSERT_TRUE(result.Succeeded()) << result.errorText;
+  EXPECT_EQ(result.records, 3);
+  EXPECT_EQ(testkit::ReadFile(out),
+            "101,4530.000000,-12215.000000,312.5,A-17;<ICON = 9>,\r\n"
+            "102,0515.000000,-12230.000000,0.0,;<ICON = 9>,\r\n"
+            "<Null>,0030.000000,0015.000000,12,B;<ICON = 9>,\r\n"
+            "\r\n");
+  const std::string& r = result.report;
+  EXPECT_EQ(r.rfind("{\\rtf1\\ansi\\ansicpg1252\\deff0\\deflang1033{\\fonttbl{\\f0\\fnil\\fcharset0 Arial;}", 0), 0u);
+  EXPECT_NE(r.find("\\par \\pard\\sl276\\slmult1 Point layer: \\cf1\\b  Plot Layer\\cf0\\b0 \r\n"), std::string::npos);
+  EXPECT_NE(r.find("\\par Plot ID Field: \\cf1  \\b PlotID\\cf0\\b0 \r\n"), std::string::npos);
+  EXPECT_NE(r.find("\\par Stand ID Field:  \\cf1\\b StandID\\b0 \r\n"), std::string::npos);
+  EXPECT_NE(r.find("\\par \\cf0 Elevation Field:  \\cf1\\b Elev\\b0 \r\n"), std::string::npos);
+  EXPECT_NE(r.find("All or Selected Option:  \\cf1\\b All Points Converted [n = 3]\\b0 \r\n"), std::string::npos);
+  EXPECT_NE(r.find("Geographic Transformation:  \\cf1\\b <-- Not Necessary -->\\cf0\\b0 \r\n"), std::string::npos);
+  EXPECT_NE(r.find("Transformation Direction:  \\cf1\\b <-- Not Necessary -->\\cf0\\b0 \r\n"), std::string::npos);
+  EXPECT_NE(r.find("\\par Output File:  \\cf1\\b " + out + "\\cf0\\b0 \r\n"), std::string::npos);
+  EXPECT_NE(r.find("\\par \\pard TNWK Waypoint Converter v. 1.2.3\\lang1033\\f1\\fs17 \r\n\\par }\r\n \r\n"),
+            std::string::npos);
+  EXPECT_EQ(r.find("zzz"), std::string::npos);
+  EXPECT_EQ(app.statusBar.messages.front(), "Converting Points...");
+  EXPECT_FALSE(app.statusBar.visible);
+  EXPECT_EQ(app.yields, 3);  // up to 50 points: a turn of the message loop at every point
+}
+
+TEST(CreateWaypointFile, SelectedRunsAndTheFallBackToAllPoints) {
+  testkit::TempDir dir;
+  std::vector<PlotRow> rows;
+  for (int i = 1; i <= 4; ++i) {
+    rows.push_back({Value{std::int64_t{i}}, Value{}, Value{}, platform::XY{-122.0 - i * 0.25, 45.0}});
+  }
+  auto layer = MakePlots(dir, 4326, rows);
+  testkit::FakeApplication app;
+  const std::string out = dir / "sel.way";
+  auto p = Parameters(layer, out);
+  p.standIdField.reset();
+  p.elevationField.reset();
+  p.convertAll = false;
+  p.pointLayer.selection = {3, 1};
+  auto result = CreateWaypointFile(app, nullptr, p);
+  ASSERT_TRUE(result.Succeeded()) << result.errorText;
+  EXPECT_EQ(testkit::ReadFile(out),
+            "3,4500.000000,-12245.000000,0.0,;<ICON = 9>,\r\n1,4500.000000,-12215.000000,0.0,;<ICON = 9>,\r\n\r\n");
+  // The total of a selected run is never counted.
+  EXPECT_NE(result.report.find("Selected Points Converted [n = 2 of 0]"), std::string::npos);
+  EXPECT_NE(result.report.find("Stand ID Field:  \\cf1\\b <-- None Selected -->\\b0 "), std::string::npos);
+  EXPECT_NE(result.report.find("Elevation Field:  \\cf1\\b <-- None Selected -->\\b0 "), std::string::npos);
+
+  // "Selected" with nothing selected converts every point and says so.
+  p.pointLayer.selection.clear();
+  result = CreateWaypointFile(app, nullptr, p);
+  ASSERT_TRUE(result.Succeeded());
+  EXPECT_EQ(result.records, 4);
+  EXPECT_NE(result.report.find("All Points Converted [n = 4]"), std::string::npos);
+}
+
+TEST(CreateWaypointFile, ProjectsToWgs84AndNamesAMissingTransformation) {
+  testkit::TempDir dir;
+  // NAD 1983 UTM zone 10N: another geographic system than WGS 1984, and no transformation given.
+  const auto utm = platform::SpatialReference::FromEpsg(26910);
+  const auto wgs = platform::SpatialReference::FromEpsg(4326);
+  const auto projected = platform::Geometry::MakePoint(-122.504198, 45.504198, wgs).Project(utm).PointXY();
+  auto layer = MakePlots(dir, 26910, {{Value{std::int64_t{1}}, Value{}, Value{}, projected}});
+  testkit::FakeApplication app;
+  const std::string out = dir / "utm.way";
+  auto result = CreateWaypointFile(app, nullptr, Parameters(layer, out));
+  ASSERT_TRUE(result.Succeeded()) << result.errorText;
+  EXPECT_EQ(testkit::ReadFile(out), "1,4530.151128,-12230.151128,0.0,;<ICON = 9>,\r\n\r\n");
+  EXPECT_NE(result.report.find("Geographic Transformation:  \\cf1\\b <-- None Specified -->"), std::string::npos);
+  EXPECT_NE(result.report.find("Source Coordinate System:  \\cf1\\b NAD_1983_UTM_Zone_10N\\b0"), std::string::npos);
+  EXPECT_NE(result.report.find("Waypoint Coordinate System:  \\cf1\\b GCS_WGS_1984\\b0"), std::string::npos);
+}
+
+TEST(CreateWaypointFile, EmptyLayerGivesAnEmptyFileAndAFailureGivesNone) {
+  testkit::TempDir dir;
+  auto empty = MakePlots(dir, 4326, {});
+  testkit::FakeApplication app;
+  const std::string out = dir / "empty.way";
+  auto result = CreateWaypointFile(app, nullptr, Parameters(empty, out));
+  ASSERT_TRUE(result.Succeeded()) << result.errorText;
+  EXPECT_EQ(testkit::ReadFile(out), "\r\n");
+  EXPECT_NE(result.report.find("All Points Converted [n = 0]"), std::string::npos);
+
+  testkit::TempDir other;
+  auto broken = MakePlots(other, 4326,
+                          {{Value{std::int64_t{1}}, Value{}, Value{}, platform::XY{1, 1}},
+                           {Value{std::int64_t{2}}, Value{}, Value{}, std::nullopt}});
+  const std::string failed = other / "failed.way";
+  result = CreateWaypointFile(app, nullptr, Parameters(broken, failed));
+  EXPECT_FALSE(result.Succeeded());
+  EXPECT_TRUE(result.report.empty());
+  EXPECT_NE(result.errorText.find("CreateWaypointFile"), std::string::npos);
+  EXPECT_NE(result.errorText.find("has no geometry"), std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(failed));
+  if (!result.errorLogPath.empty()) std::filesystem::remove(result.errorLogPath);
+}
+
+}  // namespace
+}  // namespace tarnwick
