@@ -88,6 +88,32 @@ TEST(Geometry, ConstructionCopiesAndAwareness) {
   EXPECT_EQ(two.Polygons()[0][0].size(), 5u);  // rings are closed
 }
 
+TEST(PreparedPolygon, BoundariesHolesAndParts) {
+  // A diamond with a square hole, and a separate triangle.
+  const auto shape = Geometry::FromWkt(
+      "MULTIPOLYGON (((0 10, 10 20, 20 10, 10 0, 0 10), (8 8, 12 8, 12 12, 8 12, 8 8)),"
+      " ((30 0, 40 0, 30 0.3, 30 0)))",
+      kUtm);
+  const PreparedPolygon prepared(shape);
+  EXPECT_TRUE(prepared.Covers(5, 15));     // on a diagonal edge
+  EXPECT_TRUE(prepared.Covers(0, 10));     // on a vertex
+  EXPECT_TRUE(prepared.Covers(3, 10));     // inside
+  EXPECT_FALSE(prepared.Covers(10, 10));   // in the hole
+  EXPECT_TRUE(prepared.Covers(12, 10));    // on the hole's edge
+  EXPECT_TRUE(prepared.Covers(8, 8));      // on the hole's corner
+  EXPECT_FALSE(prepared.Covers(1, 1));     // outside, within the envelope
+  EXPECT_TRUE(prepared.Covers(35, 0));     // on the triangle's base
+  EXPECT_TRUE(prepared.Covers(35, 0.1));   // in the thin triangle
+  EXPECT_FALSE(prepared.Covers(35, 0.2));  // just above it
+  EXPECT_FALSE(prepared.Covers(25, 5));    // between the parts
+  std::vector<XY> points{{3, 10}, {10, 10}, {5, 15}, {50, 50}, {12, 10}};
+  prepared.KeepCovered(points);
+  EXPECT_EQ(points, (std::vector<XY>{{3, 10}, {5, 15}, {12, 10}}));
+
+  const PreparedPolygon nothing{Geometry()};
+  EXPECT_FALSE(nothing.Covers(0, 0));
+}
+
 TEST(PreparedPolygon, CoversIsFastEnoughForPlotSearches) {
   // A stand of 200 vertices and a 100 x 100 lattice over it, tested 20 times.
   std::vector<XY> ring;
