@@ -1,0 +1,82 @@
+#include "support/field_names.h"
+
+#include <gtest/gtest.h>
+
+namespace tarnwick {
+namespace {
+using Names = std::vector<std::string>;
+
+std::string General(std::string name, const Names* existing = nullptr, bool personal = false, bool info = false) {
+  return ReturnAcceptableFieldName(name, existing, false, personal, info);
+}
+std::string Dbase(std::string name, const Names* existing = nullptr) { return ReturnDBASEFieldName(name, existing); }
+
+TEST(FieldNames, GeneralRule) {
+  EXPECT_EQ(General(""), "z_Field");
+  EXPECT_EQ(General("   "), "z_Field");
+  EXPECT_EQ(General("2nd plot"), "z2nd_plot");
+  EXPECT_EQ(General("date"), "z_Date");
+  EXPECT_EQ(General("DATE"), "z_Date");
+  EXPECT_EQ(General("shape_length"), "z_Shape_Length");
+  EXPECT_EQ(General("Stand-ID #"), "Stand_ID__");
+  EXPECT_EQ(General("Basal\xC3\xA1rea"), "Basal_rea");  // one "_" per typed character
+  EXPECT_EQ(General(std::string(70, 'a')).size(), 64u);
+  EXPECT_EQ(General(std::string(70, 'a'), nullptr, true).size(), 52u);
+  EXPECT_EQ(General("1" + std::string(20, 'b'), nullptr, false, true), "z1" + std::string(14, 'b'));
+
+  const Names taken{"Plot_ID", "PLOT_ID1"};
+  EXPECT_EQ(General("plot_id", &taken), "plot_id2");  // cut to fit the limit, keeps the input's case
+  EXPECT_EQ(General("StandAge", &taken), "StandAge");
+
+  // The in/out name takes the result too.
+  std::string name = "when";
+  EXPECT_EQ(ReturnAcceptableFieldName(name, nullptr, false, false, false), "z_When");
+  EXPECT_EQ(name, "z_When");
+  name = "Stand_Number";
+  EXPECT_EQ(ReturnAcceptableFieldName(name, nullptr, true, false, false), "Stand_Numb");
+}
+
+TEST(FieldNames, DbaseRule) {
+  EXPECT_EQ(Dbase("Stand_Number"), "Stand_Numb");
+  const Names taken{"Stand_Numb"};
+  EXPECT_EQ(Dbase("Stand_Number", &taken), "Stand_Num1");
+  Names many{"stand_numb"};
+  for (int i = 1; i <= 9; ++i) many.push_back("Stand_Num" + std::to_string(i));
+  EXPECT_EQ(Dbase("Stand_Number", &many), "Stand_Nu10");
+
+  // The dBASE column of the reserved table.
+  EXPECT_EQ(Dbase("Shape_Length"), "zShape_Len");
+  EXPECT_EQ(Dbase("SHAPE_AREA"), "zShapeArea");
+  EXPECT_EQ(Dbase("Object_ID"), "z_ObjectID");
+  EXPECT_EQ(Dbase("objectid"), "z_ObjectID");
+  EXPECT_EQ(Dbase("fid"), "z_FID");
+  EXPECT_EQ(Dbase("Year"), "z_Year");
+  EXPECT_EQ(Dbase("_x"), "z_x");
+}
+
+TEST(FieldNames, FileGeodatabaseRule) {
+  EXPECT_EQ(ReturnValidFGDBFieldName("select", nullptr), "select_");
+  EXPECT_EQ(ReturnValidFGDBFieldName("Values", nullptr), "Values_");
+  EXPECT_EQ(ReturnValidFGDBFieldName("1st", nullptr), "z1st");
+  EXPECT_EQ(ReturnValidFGDBFieldName("_first", nullptr), "_first");
+  EXPECT_EQ(ReturnValidFGDBFieldName("stand id.v2", nullptr), "stand_id_v2");
+  EXPECT_EQ(ReturnValidFGDBFieldName(std::string(80, 'x'), nullptr).size(), 80u);
+
+  const Names taken{"StandID", "standid_2", "SELECT_"};
+  EXPECT_EQ(ReturnValidFGDBFieldName("StandID", &taken), "StandID_3");
+  EXPECT_EQ(ReturnValidFGDBFieldName("Select", &taken), "Select__2");
+  const Names one{"Plots"};
+  EXPECT_EQ(ReturnValidFGDBFieldName("plots", &one), "plots_2");
+}
+
+TEST(FieldNames, ReplaceBadChars) {
+  EXPECT_EQ(ReplaceBadChars("", true, true, true, true), "z");
+  EXPECT_EQ(ReplaceBadChars("North Stands.v2\\a", true, true, true, false), "North_Stands_v2_a");
+  EXPECT_EQ(ReplaceBadChars("North Stands.v2\\a", false, false, false, false), "North Stands.v2\\a");
+  EXPECT_EQ(ReplaceBadChars("2019 plots", true, true, true, true), "z2019_plots");
+  EXPECT_EQ(ReplaceBadChars("2019 plots", true, true, true, false), "2019_plots");
+  EXPECT_EQ(ReplaceBadChars("(a)", true, true, true, true), "z_a_");
+}
+
+}  // namespace
+}  // namespace tarnwick
