@@ -1,9 +1,16 @@
 #pragma once
-// Where a dataset's metadata document lives: NAME.shp.xml beside a
-// shapefile; for a geodatabase or GeoPackage the store's own metadata place
-// where GDAL can write it, else an XML sidecar beside the store.
+// Where a dataset's metadata document lives:
+// - a shapefile: NAME.shp.xml beside it;
+// - a GeoPackage: the layer's "xml:documentation" metadata domain, which
+//   GDAL keeps in the file's gpkg_metadata tables;
+// - a file geodatabase: GDAL 3.6 cannot update a class's documentation in
+//   the geodatabase, so the document is a sidecar "STORE.gdb.NAME.xml"
+//   beside the .gdb folder; a document the geodatabase itself holds is read
+//   as the starting point while no sidecar exists.
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/field.h"
 #include "platform/geometry.h"
@@ -27,18 +34,20 @@ struct DatasetDescription {
 
 class MetadataStore {
  public:
-  explicit MetadataStore(const FeatureClass& dataset);
+  // The store reads the class's extent and count, hence the non-const class.
+  explicit MetadataStore(FeatureClass& dataset);
   // The stored document, or nullopt when the dataset has none yet.
   std::optional<std::string> Read() const;
   // False when the dataset or its store cannot be written (read-only).
   bool CanEdit() const;
-  // Writes the document; throws PlatformError when it cannot.
+  // Writes the document; throws PlatformError naming the location when it
+  // cannot (read-only store included).
   void Write(const std::string& xml) const;
   DatasetDescription Describe() const;
   std::string Location() const;  // the file or table the document lives in
 
  private:
-  const FeatureClass& dataset_;
+  FeatureClass& dataset_;
 };
 
 }  // namespace tarnwick::platform

@@ -1,0 +1,189 @@
+// The metadata document's place in each kind of store (see metadata_store.h
+// for the choice per store).
+#include "platform/metadata_store.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "platform/errors.h"
+#include "platform/internal/ogr_errors.h"
+#include "platform/internal/ogr_workspace.h"
+
+namespace tarnwick::platform {
+
+namespace {
+
+namespace fs = std::filesystem;
+constexpr const char* kSource = "MetadataStore";
+// The layer metadata domain that holds the document in a GeoPackage.
+constexpr const char* kDocumentDomain = "xml:documentation";
+
+// Writable for this run: the system allows it and the item is not marked
+// read-only (no write permission bits), which holds even for the superuser.
+bool IsWritable(const std::string& path) {
+  struct stat info {};
+  if (::stat(path.c_str(), &info) != 0) return false;
+  if ((info.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) return false;
+  return ::access(path.c_str(), W_OK) == 0;
+}
+
+bool WritableIfPresent(const std::string& path) {
+  std::error_code ec;
+  return !fs::exists(path, ec) || IsWritable(path);
+}
+
+std::string FolderOf(const std::string& path) {
+  const std::string parent = fs::path(path).parent_path().string();
+  return parent.empty() ? "." : parent;
+}
+
+std::string Reason() { return errno != 0 ? std::strerror(errno) : "unknown reason"; }
+
+// The GDAL layer behind a class, when the class is one of ours.
+internal::OgrFeatureClass* OgrClass(FeatureClass& dataset) { return dynamic_cast<internal::OgrFeatureClass*>(&dataset); }
+
+bool InGeoPackageLayer(FeatureClass& dataset) {
+  return dataset.GetWorkspace()->Kind() == WorkspaceKind::GeoPackage && OgrClass(dataset) != nullptr;
+}
+
+// The sidecar file of a shapefile or a geodatabase class (or of any class
+// whose layer cannot be reached).
+std::string SidecarPath(FeatureClass& dataset) {
+  const auto workspace = dataset.GetWorkspace();
+  if (workspace->Kind() == WorkspaceKind::ShapefileFolder) return dataset.FullPath() + ".xml";
+  return workspace->PathName() + "." + dataset.Name() + ".xml";
+}
+
+std::optional<std::string> ReadFile(const std::string& path) {
+  std::error_code ec;
+  if (!fs::exists(path, ec)) return std::nullopt;
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream text;
+  if (in) text << in.rdbuf();
+  if (!in || in.bad()) {
+    throw PlatformError(kErrPermissionDenied, kSource, "Cannot read the metadata document '" + path + "': " + Reason());
+  }
+  return text.str();
+}
+
+void WriteFile(const std::string& path, const std::string& xml) {
+  errno = 0;
+  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  out << xml;
+  out.close();
+  if (!out) {
+    throw PlatformError(kErrPermissionDenied, kSource, "Cannot write the metadata document '" + path + "': " + Reason());
+  }
+}
+
+// The documentation a file geodatabase keeps for a class in its item table.
+std::optional<std::string> GeodatabaseDocumentation(const std::string& gdbPath, const std::string& name) {
+  internal::QuietGdalErrors quiet;
+  const char* drivers[] = {"OpenFileGDB", nullptr};
+  const char* options[] = {"LIST_ALL_TABLES=YES", nullptr};
+  GDALDatasetUniquePtr gdb(GDALDataset::Open(gdbPath.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY, drivers, options, nullptr));
+  if (!gdb) return std::nullopt;
+  OGRLayer* items = gdb->GetLayerByName("GDB_Items");
+  if (items == nullptr || items->GetLayerDefn()->GetFieldIndex("Documentation") < 0) return std::nullopt;
+  for (auto& item : *items) {
+    if (!EQUAL(item->GetFieldAsString("Name"), name.c_str())) continue;
+    const std::string documentation = item->GetFieldAsString("Documentation");
+    if (!documentation.empty()) return documentation;
+  }
+  return std::nullopt;
+}
+
+const char* StoreKindText(WorkspaceKind kind) {
+  switch (kind) {
+    case WorkspaceKind::ShapefileFolder: return "Shapefile";
+    case WorkspaceKind::FileGeodatabase: return "File Geodatabase Feature Class";
+    case WorkspaceKind::GeoPackage: return "GeoPackage Feature Class";
+  }
+  return "";
+}
+
+}  // namespace
+
+MetadataStore::MetadataStore(FeatureClass& dataset) : dataset_(dataset) {}
+
+std::string MetadataStore::Location() const {
+  if (InGeoPackageLayer(dataset_)) {
+    return dataset_.GetWorkspace()->PathName() + " (gpkg_metadata of '" + dataset_.Name() + "')";
+  }
+  return SidecarPath(dataset_);
+}
+
+std::optional<std::string> MetadataStore::Read() const {
+  if (InGeoPackageLayer(dataset_)) {
+    internal::QuietGdalErrors quiet;
+    char** items = OgrClass(dataset_)->Layer().GetMetadata(kDocumentDomain);
+    if (items == nullptr || items[0] == nullptr || items[0][0] == '\0') return std::nullopt;
+    return std::string(items[0]);
+  }
+  auto document = ReadFile(SidecarPath(dataset_));
+  if (!document && dataset_.GetWorkspace()->Kind() == WorkspaceKind::FileGeodatabase) {
+    document = GeodatabaseDocumentation(dataset_.GetWorkspace()->PathName(), dataset_.Name());
+  }
+  return document;
+}
+
+bool MetadataStore::CanEdit() const {
+  const auto workspace = dataset_.GetWorkspace();
+  if (auto* ogr = OgrClass(dataset_); ogr != nullptr && ogr->Store().ReadOnly()) return false;
+  switch (workspace->Kind()) {
+    case WorkspaceKind::ShapefileFolder:
+      return IsWritable(workspace->PathName()) && IsWritable(dataset_.FullPath()) &&
+             WritableIfPresent(SidecarPath(dataset_));
+    case WorkspaceKind::GeoPackage:
+      // SQLite keeps its journal beside the file, so the folder must take writes too.
+      if (!IsWritable(workspace->PathName()) || !IsWritable(FolderOf(workspace->PathName()))) return false;
+      return InGeoPackageLayer(dataset_) || WritableIfPresent(SidecarPath(dataset_));
+    case WorkspaceKind::FileGeodatabase:
+      return IsWritable(workspace->PathName()) && IsWritable(FolderOf(workspace->PathName())) &&
+             WritableIfPresent(SidecarPath(dataset_));
+  }
+  return false;
+}
+
+void MetadataStore::Write(const std::string& xml) const {
+  if (!CanEdit()) {
+    throw PlatformError(kErrPermissionDenied, kSource,
+                        "Cannot write the metadata document '" + Location() + "': the dataset is read-only");
+  }
+  if (!InGeoPackageLayer(dataset_)) {
+    WriteFile(SidecarPath(dataset_), xml);
+    return;
+  }
+  internal::OgrFeatureClass* ogr = OgrClass(dataset_);
+  internal::QuietGdalErrors quiet;
+  char* items[] = {const_cast<char*>(xml.c_str()), nullptr};
+  if (ogr->Layer().SetMetadata(items, kDocumentDomain) != CE_None) {
+    internal::ThrowGdalError(kSource, "Cannot write the metadata document '" + Location() + "'");
+  }
+  // GDAL writes layer metadata to the file when the dataset's cache is flushed.
+  ogr->Store().Dataset().FlushCache(false);
+  if (CPLGetLastErrorType() >= CE_Failure) {
+    internal::ThrowGdalError(kSource, "Cannot store the metadata document '" + Location() + "'");
+  }
+}
+
+DatasetDescription MetadataStore::Describe() const {
+  DatasetDescription description;
+  description.name = dataset_.Name();
+  description.fullPath = dataset_.FullPath();
+  description.storeKind = StoreKindText(dataset_.GetWorkspace()->Kind());
+  description.shapeType = dataset_.ShapeType();
+  description.featureCount = dataset_.FeatureCount();
+  description.extent = dataset_.Extent();
+  description.spatialReference = dataset_.GetSpatialReference();
+  description.fields = dataset_.Fields();
+  return description;
+}
+
+}  // namespace tarnwick::platform
