@@ -1,5 +1,6 @@
 #include "support/file_operations.h"
 
+#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -50,10 +51,11 @@ bool WriteAsking(platform::host::Application& application, const std::string& pa
 }
 
 void CollectFiles(const fs::path& folder, std::vector<std::string>& files) {
-  // directory_iterator never yields "." or "..".
-  for (const auto& entry : fs::directory_iterator(folder)) {
+  // directory_iterator never yields "." or "..". Linked folders are not
+  // followed, so a link back up the tree cannot loop.
+  for (const auto& entry : fs::directory_iterator(folder, fs::directory_options::skip_permission_denied)) {
     if (entry.is_directory()) {
-      CollectFiles(entry.path(), files);
+      if (!entry.is_symlink()) CollectFiles(entry.path(), files);
     } else {
       files.push_back(entry.path().string());
     }
@@ -98,20 +100,16 @@ void ReturnFilesFromNestedFolders2(const std::string& folder, std::vector<std::s
 
 bool OpenDoc(const std::string& path) {
   return Guarded("OpenDoc", kModule, [&] {
-    // Double fork: the viewer is adopted by init, so nothing waits for it
-    // and no zombie is left behind.
-    const pid_t child = fork();
-    if (child < 0) return false;
-    if (child == 0) {
-      if (fork() == 0) {
-        setsid();
-        execlp("xdg-open", "xdg-open", path.c_str(), static_cast<char*>(nullptr));
-        _exit(127);
-      }
-      _exit(0);
-    }
+    // The shell starts the viewer in the background and ends at once, so the
+    // viewer is adopted by init: nothing waits for it and no zombie is left.
+    // The shell fails when no viewer is installed.
+    static constexpr const char* kScript =
+        "command -v xdg-open >/dev/null 2>&1 || exit 1; xdg-open \"$1\" >/dev/null 2>&1 </dev/null &";
+    const char* argv[] = {"sh", "-c", kScript, "sh", path.c_str(), nullptr};
+    pid_t shell = 0;
+    if (posix_spawnp(&shell, "sh", nullptr, nullptr, const_cast<char* const*>(argv), environ) != 0) return false;
     int status = 0;
-    waitpid(child, &status, 0);
+    if (waitpid(shell, &status, 0) != shell) return false;
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
   });
 }

@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <chrono>
+#include <cstdlib>
 #include <fstream>
+#include <thread>
 
 #include "presentation/error_handling.h"
 #include "testkit/fake_application.h"
@@ -65,6 +68,23 @@ TEST(FileOperations, NestedFolderListingIsSortedAndAppended) {
   // The whole list, earlier entries included, ends up in byte order.
   EXPECT_EQ(files, (std::vector<std::string>{dir / "a/k.dbf", dir / "b/c.prj", dir / "b/deeper/m.shp",
                                              dir / "z.txt", "/zzz-already-listed"}));
+}
+
+TEST(FileOperations, OpenDocHandsThePathToTheDesktopViewerWithoutWaiting) {
+  // A stand-in viewer early on PATH records what it was asked to open.
+  testkit::TempDir dir;
+  const std::string viewer = dir / "xdg-open";
+  std::ofstream(viewer) << "#!/bin/sh\nprintf '%s' \"$1\" > \"" << (dir / "opened.tmp") << "\"\nmv \""
+                        << (dir / "opened.tmp") << "\" \"" << (dir / "opened") << "\"\n";
+  std::filesystem::permissions(viewer, std::filesystem::perms::owner_all);
+  const std::string oldPath = std::getenv("PATH") ? std::getenv("PATH") : "/usr/bin:/bin";
+  setenv("PATH", (dir.path().string() + ":" + oldPath).c_str(), 1);
+  const bool started = OpenDoc("/data/manual with blanks.pdf");
+  setenv("PATH", oldPath.c_str(), 1);
+  ASSERT_TRUE(started);
+  for (int i = 0; i < 200 && !std::filesystem::exists(dir / "opened"); ++i)
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  EXPECT_EQ(testkit::ReadFile(dir / "opened"), "/data/manual with blanks.pdf");
 }
 
 }  // namespace
