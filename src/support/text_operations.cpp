@@ -67,14 +67,16 @@ std::string After(std::string_view text, std::string_view marker) {
 std::string Subst(std::string_view text, std::string_view search, std::string_view replacement) {
   return Guarded("Subst", kModule, [&] {
     if (search.empty()) return std::string(text);
+    // The text before each occurrence, the replacement, and on behind it:
+    // replaced text is never searched again. One pass, so long reports stay
+    // linear.
     std::string result;
-    std::string rest(text);
-    while (rest.find(search) != std::string::npos) {
-      result += Before(rest, search);
-      result += replacement;
-      rest = After(rest, search);
+    std::size_t start = 0;
+    for (auto at = text.find(search); at != std::string_view::npos; at = text.find(search, start)) {
+      result.append(text.substr(start, at - start)).append(replacement);
+      start = at + search.size();
     }
-    return result + rest;
+    return result.append(text.substr(start));
   });
 }
 
