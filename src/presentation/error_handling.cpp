@@ -28,6 +28,9 @@ struct CaughtError {
 
 // Reads the exception being handled, whatever its type.
 CaughtError CurrentError(std::string_view module) {
+  if (!std::current_exception()) {
+    return {platform::kErrInvalidProcedureCall, std::string(module), "No error is being handled", false};
+  }
   try {
     throw;
   } catch (const RoutineError& e) {

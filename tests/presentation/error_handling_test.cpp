@@ -153,6 +153,16 @@ TEST(ErrorRoad, UnwritableLogStillShowsTheStackAndNeverThrows) {
   EXPECT_NE(app.windows[0].find("\tLevel2 TestModule"), std::string::npos);
 }
 
+TEST(ErrorRoad, CalledWithNoErrorInFlightStillReports) {
+  testkit::TempDir dir;
+  testkit::FakeApplication app;
+  platform::host::MapDocument doc(dir / "x.mxd", "x");
+  const ErrorLog log = HandleErrorAtEntryPoint("Run", "M", &app, &doc, {});
+  EXPECT_EQ(app.windows.size(), 1u);
+  EXPECT_FALSE(log.path.empty());
+  EXPECT_THROW(HandleError("Inner", "M"), RoutineError);
+}
+
 TEST(ErrorRoad, OtherDisplayStylesKeepTheirTexts) {
   EXPECT_EQ(ErrorDisplayText(2, "R M Line : 4", "d"), "R M Line : 4\nd");
   EXPECT_EQ(ErrorDisplayText(7, "R M Line : 4", "d"),
