@@ -73,7 +73,12 @@ GDALDriver* Driver(WorkspaceKind kind) {
 
 GDALDatasetUniquePtr OpenDataset(const std::string& path, WorkspaceKind kind, bool update) {
   const char* drivers[] = {DriverName(kind), nullptr};
-  const unsigned flags = GDAL_OF_VECTOR | (update ? GDAL_OF_UPDATE : GDAL_OF_READONLY);
+  unsigned flags = GDAL_OF_VECTOR | (update ? GDAL_OF_UPDATE : GDAL_OF_READONLY);
+  // A GeoPackage is one SQLite database: a second connection to it could not
+  // commit while the first one reads (for example plots written into the
+  // package the stands are read from). All workspaces on one package share
+  // GDAL's one connection instead; GDALClose counts the references.
+  if (kind == WorkspaceKind::GeoPackage) flags |= GDAL_OF_SHARED;
   return GDALDatasetUniquePtr(GDALDataset::Open(path.c_str(), flags, drivers, nullptr, nullptr));
 }
 
@@ -133,7 +138,8 @@ std::shared_ptr<Workspace> Workspace::OpenOrCreate(const std::string& rawPath) {
   internal::QuietGdalErrors quiet;
   GDALDatasetUniquePtr dataset(Driver(kind)->Create(path.c_str(), 0, 0, 0, GDT_Unknown, nullptr));
   if (!dataset) internal::ThrowGdalError(kSource, "Cannot create workspace '" + path + "'");
-  return std::make_shared<internal::OgrWorkspace>(kind, path, std::move(dataset), false);
+  dataset.reset();  // reopened the ordinary way, so that later openings share it
+  return Open(path);
 }
 
 }  // namespace tarnwick::platform

@@ -93,7 +93,9 @@ TEST_P(WorkspaceStores, CreateInsertReadUpdate) {
     EXPECT_DOUBLE_EQ(std::get<double>(feature->values[4]), n * 0.25);
     EXPECT_EQ(feature->shape.PointXY(), (XY{500000.0 + n * 10, 4000000.0 + n}));
     EXPECT_EQ(feature->shape.SpatialRef().FactoryCode(), 26910);
-    if (n == 3) EXPECT_TRUE(IsNull(feature->values[5]));
+    if (n == 3) {
+      EXPECT_TRUE(IsNull(feature->values[5]));
+    }
   }
   search.reset();
   EXPECT_EQ(numbers, (std::vector<std::int64_t>{1, 2, 3, 4, 5}));
@@ -201,6 +203,36 @@ TEST_P(WorkspaceStores, PolygonsWithZAndCustomNames) {
   EXPECT_NEAR(feature->shape.Area(), 96.0, 1e-3);  // a geodatabase snaps to its XY resolution
   EXPECT_TRUE(feature->shape.HasZ());
   EXPECT_EQ(feature->shape.SpatialRef().FactoryCode(), 2227);
+}
+
+TEST_P(WorkspaceStores, WritesOneClassWhileReadingAnotherOfTheSameStore) {
+  // The plot tool reads stands and writes plots into the same store through
+  // separately opened workspaces, committing as it goes.
+  auto plots = CreatePlots();
+  for (int i = 0; i < 30; ++i) {
+    auto cursor = plots->Insert();
+    auto buffer = cursor->CreateFeatureBuffer();
+    buffer.shape = Geometry::MakePoint(i, i, SpatialReference::FromEpsg(26910));
+    cursor->InsertFeature(buffer);
+  }
+  auto source = OpenFeatureLayer(plots->FullPath()).featureClass;
+  auto output = Workspace::OpenOrCreate(workspace->PathName());
+  Workspace::NewFeatureClass spec;
+  spec.name = "Copies";
+  spec.geometryType = GeometryType::Point;
+  auto copies = output->CreateFeatureClass(spec);
+  auto insert = copies->Insert();
+  auto read = source->Search();
+  int count = 0;
+  while (auto feature = read->NextFeature()) {
+    auto buffer = insert->CreateFeatureBuffer();
+    buffer.shape = feature->shape;
+    insert->InsertFeature(buffer);
+    if (++count % 7 == 0) insert->Flush();
+  }
+  insert->Flush();
+  EXPECT_EQ(count, 30);
+  EXPECT_EQ(copies->FeatureCount(), 30);
 }
 
 INSTANTIATE_TEST_SUITE_P(

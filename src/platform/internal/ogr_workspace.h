@@ -4,7 +4,10 @@
 // A FeatureClass object wraps one OGR layer of its workspace's dataset. OGR
 // layers have a single read position, so cursors opened on one FeatureClass
 // object must not interleave: finish (or destroy) one cursor before opening
-// the next on the same object. Open the class twice for independent reads.
+// the next on the same object. Opening the class again gives independent
+// reads for shapefiles and file geodatabases; all workspaces on one
+// GeoPackage share one connection (see workspace.cpp), so there the rule
+// holds for every FeatureClass object of that class in the process.
 #include <gdal_priv.h>
 #include <ogrsf_frmts.h>
 
