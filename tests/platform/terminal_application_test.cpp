@@ -1,0 +1,84 @@
+#include "platform/host/terminal_application.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+
+#include "platform/version.h"
+
+namespace tarnwick::platform::host {
+namespace {
+
+// A temporary file standing in for stderr, read back as text.
+class Capture {
+ public:
+  Capture() : file_(std::tmpfile(), &std::fclose) {}
+  std::FILE* get() const { return file_.get(); }
+  std::string Text() const {
+    std::fflush(file_.get());
+    std::rewind(file_.get());
+    std::string text;
+    char buffer[512];
+    while (std::size_t n = std::fread(buffer, 1, sizeof buffer, file_.get())) text.append(buffer, n);
+    return text;
+  }
+
+ private:
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
+};
+
+TEST(TerminalStatusBar, WithoutTerminalLogsOnlyEveryTenPercent) {
+  Capture out;
+  TerminalStatusBar bar(out.get(), false);
+  bar.ShowProgressBar("Generating plots...", 0, 200, 1, true);
+  for (int i = 0; i < 200; ++i) bar.Step();
+  bar.SetMessage("ignored without a terminal");
+  bar.HideProgressBar();
+  EXPECT_EQ(out.Text(),
+            "Generating plots...\n  10%\n  20%\n  30%\n  40%\n  50%\n  60%\n  70%\n  80%\n  90%\n  100%\n");
+}
+
+TEST(TerminalStatusBar, OnATerminalRedrawsInPlace) {
+  Capture out;
+  TerminalStatusBar bar(out.get(), true);
+  bar.ShowProgressBar("Stands", 0, 4, 1, true);
+  bar.Step();
+  bar.SetPosition(1);  // unchanged: not drawn again
+  bar.SetPosition(4);
+  bar.HideProgressBar();
+  const std::string text = out.Text();
+  EXPECT_EQ(text.find('\n'), std::string::npos);
+  EXPECT_NE(text.find("\rStands [------------------------------]   0%"), std::string::npos) << text;
+  EXPECT_NE(text.find("\rStands [#######-----------------------]  25%"), std::string::npos) << text;
+  EXPECT_NE(text.find("\rStands [##############################] 100%"), std::string::npos) << text;
+  EXPECT_EQ(text.find(" 25%"), text.rfind(" 25%"));
+}
+
+TEST(TerminalApplication, MessageBoxesAndVersion) {
+  Capture out;
+  std::vector<std::string> asked;
+  TerminalApplication app(out.get(), [&](const std::string& text, const std::string&, MessageButtons) {
+    asked.push_back(text);
+    return MessageResult::Yes;
+  });
+  EXPECT_EQ(app.MessageBox("Done.", "Plot Layout", MessageButtons::OK, MessageIcon::Information), MessageResult::OK);
+  EXPECT_EQ(app.MessageBox("Overwrite?", "Plot Layout", MessageButtons::YesNo, MessageIcon::Question),
+            MessageResult::Yes);
+  app.ShowMessageWindow("Report text");
+  EXPECT_EQ(out.Text(), "Plot Layout: Done.\nPlot Layout: Overwrite?\nReport text\n");
+  EXPECT_EQ(asked, std::vector<std::string>{"Overwrite?"});
+
+  Capture quiet;
+  TerminalApplication noAnswers(quiet.get());
+  EXPECT_EQ(noAnswers.MessageBox("Overwrite?", "T", MessageButtons::YesNo, MessageIcon::None), MessageResult::No);
+  EXPECT_EQ(noAnswers.MessageBox("Go on?", "T", MessageButtons::OKCancel, MessageIcon::None), MessageResult::Cancel);
+  EXPECT_EQ(noAnswers.VersionNumber(), -1);
+  const Version v = noAnswers.GetVersion();
+  EXPECT_EQ(v.major, kVersionMajor);
+  EXPECT_EQ(v.minor, kVersionMinor);
+  EXPECT_EQ(v.revision, kVersionRevision);
+}
+
+}  // namespace
+}  // namespace tarnwick::platform::host
