@@ -1,0 +1,130 @@
+#include "standids/import_stand_id_values.h"
+
+#include <string>
+#include <vector>
+
+#include "platform/errors.h"
+#include "presentation/error_handling.h"
+#include "standids/stand_index.h"
+#include "standids/transfer_fields.h"
+#include "standids/transfer_metadata.h"
+#include "standids/transfer_texts.h"
+#include "support/time_operations.h"
+
+namespace tarnwick {
+
+namespace {
+
+// What a point gets where the stand has no value or no stand holds it: Null
+// in a geodatabase or GeoPackage; a shapefile has no Null, so "" in text
+// fields and -999 in all others.
+platform::Value MissingValue(bool isShapefile, const FieldMapping& column, const platform::Field& pointField) {
+  if (!isShapefile) return std::monostate{};
+  if (column.pointFieldIsText) return std::string();
+  if (pointField.type == platform::FieldType::Double || pointField.type == platform::FieldType::Single) {
+    return -999.0;
+  }
+  return std::int64_t{-999};
+}
+
+std::string Location(const platform::FeatureClass& featureClass) {
+  return featureClass.GetWorkspace()->PathName() + "/" + featureClass.Name();
+}
+
+}  // namespace
+
+TransferStandIDResult ImportStandIDValues(platform::host::Application& application,
+                                          const platform::host::MapDocument* document,
+                                          const TransferStandIDParameters& parameters) {
+  TransferStandIDResult result;
+  auto& statusBar = application.GetStatusBar();
+  try {
+    const LocalTime start = LocalNow();
+    const auto& stands = parameters.standLayer.featureClass;
+    const auto& points = parameters.pointLayer.featureClass;
+    if (!stands || !points) {
+      RaiseError(platform::kErrObjectNotSet, "ImportStandIDValues", "The stand or the point layer has no feature class.");
+    }
+    const bool isShapefile = points->GetWorkspace()->Type() == 0;
+
+    const TransferFields settled = SettleTransferFields(*stands, *points, parameters, isShapefile, result.addedFields);
+
+    const platform::SpatialReference standReference = stands->GetSpatialReference();
+    const platform::SpatialReference pointReference = points->GetSpatialReference();
+    TransferTextItems items;
+    items.standLayer = parameters.standLayer.name;
+    items.standIdField = parameters.standIdField.name;
+    for (const auto& field : parameters.additionalFields) items.additionalFields.push_back(field.name);
+    items.pointLayer = parameters.pointLayer.name;
+    items.pointStandIdField = settled.columns.front().pointFieldName;
+    items.standSpatialReference = standReference.Name();
+    items.pointSpatialReference = pointReference.Name();
+    items.transformation = parameters.transformation;
+    items.direction = parameters.direction;
+
+    std::vector<std::string> logLines = settled.logLines;
+    logLines.push_back(TransferSummaryLogLine(items));
+    const std::string processDescription = TransferProcessDescription(items, Location(*stands), Location(*points));
+
+    // The overlay, in the stands' coordinates. References are compared by
+    // factory code alone: two custom references (code 0) count as the same.
+    const bool mustProject = standReference.FactoryCode() != pointReference.FactoryCode();
+    std::vector<int> standIndexes;
+    for (const auto& column : settled.columns) standIndexes.push_back(column.standFieldIndex);
+    const StandIndex index(*stands, standIndexes);
+    const auto& pointFields = points->Fields();
+
+    const std::int64_t count = points->FeatureCount();
+    auto cursor = points->Update();
+    statusBar.ShowProgressBar("Importing Stand ID Values...", 0, static_cast<long>(count), 1, true);
+    std::int64_t n = 0;
+    while (auto feature = cursor->NextFeature()) {
+      ++n;
+      statusBar.Step();
+      if (n % 100 == 0) {
+        cursor->Flush();
+        application.DoEvents();
+      }
+      if (feature->shape.IsEmpty()) {
+        RaiseError(platform::kErrObjectNotSet, "ImportStandIDValues",
+                   "Point feature " + std::to_string(feature->oid) + " of '" + points->Name() + "' has no geometry.");
+      }
+      platform::Geometry shape = feature->shape;
+      if (mustProject) {
+        shape = parameters.transformation
+                    ? shape.ProjectEx(standReference, *parameters.transformation, parameters.direction)
+                    : shape.Project(standReference);
+      }
+      const platform::XY xy = shape.PointXY();
+      const std::vector<platform::Value>* standValues = index.Find(xy.x, xy.y);
+      if (standValues) ++result.pointsInStands;
+      for (size_t c = 0; c < settled.columns.size(); ++c) {
+        const FieldMapping& column = settled.columns[c];
+        const auto target = static_cast<size_t>(column.pointFieldIndex);
+        if (standValues && !platform::IsNull((*standValues)[c])) {
+          feature->values.at(target) = (*standValues)[c];
+        } else {
+          feature->values.at(target) = MissingValue(isShapefile, column, pointFields.at(target));
+        }
+      }
+      cursor->UpdateFeature(*feature);
+      ++result.pointsUpdated;
+    }
+    cursor->Flush();
+    cursor.reset();
+
+    WriteTransferMetadata(application, *points, processDescription, logLines);
+    statusBar.HideProgressBar();
+
+    result.report = BuildTransferReport(items, ReturnTimeElapsedRTF(start, LocalNow(), 8));
+  } catch (...) {
+    statusBar.HideProgressBar();
+    const ErrorLog log = HandleErrorAtEntryPoint("ImportStandIDValues", "..\\TransferFunctions", &application, document);
+    result.report.clear();
+    result.errorText = log.text;
+    result.errorLogPath = log.path;
+  }
+  return result;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,106 @@
+#include "standids/stand_index.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "platform/errors.h"
+#include "presentation/error_handling.h"
+
+namespace tarnwick {
+
+namespace {
+
+std::string OidList(const std::vector<std::int64_t>& oids) {
+  std::string text;
+  const size_t shown = std::min<size_t>(oids.size(), 10);
+  for (size_t i = 0; i < shown; ++i) text += (i ? ", " : "") + std::to_string(oids[i]);
+  if (oids.size() > shown) text += ", ... (" + std::to_string(oids.size()) + " in all)";
+  return text;
+}
+
+}  // namespace
+
+std::vector<std::int64_t> FindInvalidStands(platform::FeatureClass& stands) {
+  std::vector<std::int64_t> invalid;
+  auto cursor = stands.Search();
+  while (auto feature = cursor->NextFeature()) {
+    if (!feature->shape.IsEmpty() && !feature->shape.IsKnownSimple()) invalid.push_back(feature->oid);
+  }
+  return invalid;
+}
+
+StandIndex::StandIndex(platform::FeatureClass& stands, const std::vector<int>& valueFieldIndexes) {
+  Guarded("StandIndex", "..\\TransferFunctions", [&] {
+    std::vector<std::int64_t> invalid;
+    auto cursor = stands.Search();
+    while (auto feature = cursor->NextFeature()) {
+      if (feature->shape.IsEmpty()) continue;
+      if (!feature->shape.IsKnownSimple()) {
+        invalid.push_back(feature->oid);
+        continue;
+      }
+      if (!invalid.empty()) continue;  // only the list of invalid stands matters now
+      std::vector<platform::Value> values;
+      values.reserve(valueFieldIndexes.size());
+      for (int index : valueFieldIndexes) values.push_back(feature->values.at(static_cast<size_t>(index)));
+      stands_.push_back(Stand{feature->shape.GetEnvelope(), platform::PreparedPolygon(feature->shape), std::move(values)});
+    }
+    if (!invalid.empty()) {
+      RaiseError(platform::kErrInvalidProcedureCall, "StandIndex",
+                 "The stand layer '" + stands.Name() + "' has invalid polygons (stand OIDs " + OidList(invalid) +
+                     "); repair their geometry before importing stand IDs.");
+    }
+    BuildGrid();
+  });
+}
+
+void StandIndex::BuildGrid() {
+  for (const auto& stand : stands_) {
+    if (extent_.empty) {
+      extent_ = stand.envelope;
+      extent_.empty = false;
+      continue;
+    }
+    extent_.xMin = std::min(extent_.xMin, stand.envelope.xMin);
+    extent_.yMin = std::min(extent_.yMin, stand.envelope.yMin);
+    extent_.xMax = std::max(extent_.xMax, stand.envelope.xMax);
+    extent_.yMax = std::max(extent_.yMax, stand.envelope.yMax);
+  }
+  if (stands_.empty()) return;
+  // About one cell per stand, shaped like the extent.
+  const double width = std::max(extent_.Width(), 1e-9);
+  const double height = std::max(extent_.Height(), 1e-9);
+  const double cells = static_cast<double>(stands_.size());
+  columns_ = std::clamp(static_cast<int>(std::ceil(std::sqrt(cells * width / height))), 1, 4096);
+  rows_ = std::clamp(static_cast<int>(std::ceil(cells / columns_)), 1, 4096);
+  cellWidth_ = width / columns_;
+  cellHeight_ = height / rows_;
+  cells_.assign(static_cast<size_t>(columns_) * static_cast<size_t>(rows_), {});
+  auto column = [this](double x) { return std::clamp(static_cast<int>(std::floor((x - extent_.xMin) / cellWidth_)), 0, columns_ - 1); };
+  auto row = [this](double y) { return std::clamp(static_cast<int>(std::floor((y - extent_.yMin) / cellHeight_)), 0, rows_ - 1); };
+  for (std::uint32_t i = 0; i < stands_.size(); ++i) {
+    const auto& e = stands_[i].envelope;
+    for (int r = row(e.yMin); r <= row(e.yMax); ++r) {
+      for (int c = column(e.xMin); c <= column(e.xMax); ++c) {
+        cells_[static_cast<size_t>(r) * static_cast<size_t>(columns_) + static_cast<size_t>(c)].push_back(i);
+      }
+    }
+  }
+}
+
+const std::vector<platform::Value>* StandIndex::Find(double x, double y) const {
+  if (stands_.empty() || x < extent_.xMin || x > extent_.xMax || y < extent_.yMin || y > extent_.yMax) return nullptr;
+  const int c = std::clamp(static_cast<int>(std::floor((x - extent_.xMin) / cellWidth_)), 0, columns_ - 1);
+  const int r = std::clamp(static_cast<int>(std::floor((y - extent_.yMin) / cellHeight_)), 0, rows_ - 1);
+  // Candidates are in ascending feature order, so the first hit is the first stand.
+  for (std::uint32_t i : cells_[static_cast<size_t>(r) * static_cast<size_t>(columns_) + static_cast<size_t>(c)]) {
+    const auto& stand = stands_[i];
+    const auto& e = stand.envelope;
+    if (x < e.xMin || x > e.xMax || y < e.yMin || y > e.yMax) continue;
+    if (stand.polygon.Covers(x, y)) return &stand.values;
+  }
+  return nullptr;
+}
+
+}  // namespace tarnwick

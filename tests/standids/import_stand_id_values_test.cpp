@@ -1,0 +1,228 @@
+#include "standids/import_stand_id_values.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <sstream>
+
+#include "metadata/document_io.h"
+#include "standids/transfer_fixtures.h"
+#include "testkit/fake_application.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace testfix;
+
+Value T(const char* s) { return Value{std::string(s)}; }
+Value I(std::int64_t i) { return Value{i}; }
+
+void SetAll(platform::FeatureClass& featureClass, const std::string& field, const Value& value) {
+  const auto index = static_cast<size_t>(featureClass.FindField(field));
+  auto cursor = featureClass.Update();
+  while (auto feature = cursor->NextFeature()) {
+    feature->values.at(index) = value;
+    cursor->UpdateFeature(*feature);
+  }
+  cursor->Flush();
+}
+
+TransferStandIDParameters Parameters(const std::shared_ptr<platform::FeatureClass>& stands,
+                                     const std::shared_ptr<platform::FeatureClass>& points,
+                                     const std::vector<std::string>& additional) {
+  TransferStandIDParameters p;
+  p.standLayer = Layer(stands, "Stand Layer");
+  p.standIdField = stands->Fields().at(static_cast<size_t>(stands->FindField("StandID")));
+  for (const auto& name : additional) p.additionalFields.push_back(stands->Fields().at(static_cast<size_t>(stands->FindField(name))));
+  p.pointLayer = Layer(points, "Plot Layer");
+  return p;
+}
+
+TEST(ImportStandIDValues, GeoPackageTakesFirstStandNullsAndReusesOrRenamesFields) {
+  testkit::TempDir dir;
+  const std::string store = dir / "inventory.gpkg";
+  auto stands = MakeStands(store, 26910, ThreeStands());
+  auto points = MakePoints(store, "Plots", 26910, {Field{"Age", "", FieldType::String, 8}, Field{"Area", "", FieldType::Double}},
+                           FivePlots());
+  SetAll(*points, "Area", Value{99.0});  // old values that the run overwrites
+  testkit::FakeApplication app;
+  const auto result = ImportStandIDValues(app, nullptr, Parameters(stands, points, {"Age", "Area"}));
+  ASSERT_TRUE(result.Succeeded()) << result.errorText;
+
+  // The Stand ID is cloned under its own name; the text "Age" blocks an
+  // integer Age, which is added as Age1; the double "Area" is reused.
+  EXPECT_EQ(result.addedFields, (std::vector<std::string>{"StandID", "Age1"}));
+  EXPECT_EQ(points->Fields().at(static_cast<size_t>(points->FindField("Age1"))).type, FieldType::Integer);
+  EXPECT_EQ(Column(*points, "StandID"), (std::vector<Value>{T("A-1"), T("A-1"), T("B-2"), T("C-3"), Value{}}));
+  EXPECT_EQ(Column(*points, "Age1"), (std::vector<Value>{I(40), I(40), Value{}, I(7), Value{}}));
+  EXPECT_EQ(Column(*points, "Area"), (std::vector<Value>{Value{1.5}, Value{1.5}, Value{2.25}, Value{}, Value{}}));
+  EXPECT_EQ(Column(*points, "Age"), std::vector<Value>(5));  // the text field is left alone
+  EXPECT_EQ(result.pointsUpdated, 5);
+  EXPECT_EQ(result.pointsInStands, 4);
+  EXPECT_EQ(app.statusBar.messages, (std::vector<std::string>{"Importing Stand ID Values...", "Updating Metadata..."}));
+  EXPECT_FALSE(app.statusBar.visible);
+}
+
+TEST(ImportStandIDValues, ShapefileWritesMissingValuesAndSetsDoublePrecision) {
+  testkit::TempDir dir;
+  auto stands = MakeStands(dir / "stands.gpkg", 26910, ThreeStands());
+  auto points = MakePoints(dir / "shp", "plots", 26910, {Field{"Age", "", FieldType::String, 8}}, FivePlots());
+  testkit::FakeApplication app;
+  auto result = ImportStandIDValues(app, nullptr, Parameters(stands, points, {"Age", "Area"}));
+  ASSERT_TRUE(result.Succeeded()) << result.errorText;
+  EXPECT_EQ(result.addedFields, (std::vector<std::string>{"StandID", "Age1", "Area"}));
+  const auto& area = points->Fields().at(static_cast<size_t>(points->FindField("Area")));
+  EXPECT_EQ(area.type, FieldType::Double);
+  EXPECT_EQ(area.precision, 12);
+  EXPECT_EQ(area.scale, 6);
+  // The empty text written for the point outside all stands reads back from the dBASE file as Null.
+  EXPECT_EQ(Column(*points, "StandID"), (std::vector<Value>{T("A-1"), T("A-1"), T("B-2"), T("C-3"), Value{}}));
+  EXPECT_EQ(Column(*points, "Age1"), (std::vector<Value>{I(40), I(40), I(-999), I(7), I(-999)}));
+  EXPECT_EQ(Column(*points, "Area"), (std::vector<Value>{Value{1.5}, Value{1.5}, Value{2.25}, Value{-999.0}, Value{-999.0}}));
+
+  // A double Stand ID field cloned into a shapefile keeps its own precision and scale.
+  auto shapeStands = MakeStands(dir / "standshp", 26910, ThreeStands());
+  auto more = MakePoints(dir / "shp", "more", 26910, {}, {platform::XY{10, 10}});
+  auto p = Parameters(shapeStands, more, {});
+  p.standIdField = shapeStands->Fields().at(static_cast<size_t>(shapeStands->FindField("Area")));
+  result = ImportStandIDValues(app, nullptr, p);
+  ASSERT_TRUE(result.Succeeded()) << result.errorText;
+  const auto& cloned = more->Fields().at(static_cast<size_t>(more->FindField("Area")));
+  EXPECT_EQ(cloned.precision, 10);
+  EXPECT_EQ(cloned.scale, 2);
+  EXPECT_EQ(Column(*more, "Area"), (std::vector<Value>{Value{1.5}}));
+}
+
+TEST(ImportStandIDValues, ExistingPointFieldAndProjectedPoints) {
+  testkit::TempDir dir;
+  const std::string store = dir / "inventory.gpkg";
+  // Stands in NAD 1983 UTM zone 10N, plots in NAD 1983 geographic: the same
+  // datum, so the points are projected without a transformation.
+  auto stands = MakeStands(store, 26910,
+                           {{"POLYGON((500000 5000000,500000 5001000,501000 5001000,501000 5000000,500000 5000000))",
+                             T("North"), I(12), Value{3.0}}});
+  const auto utm = platform::SpatialReference::FromEpsg(26910);
+  const auto nad83 = platform::SpatialReference::FromEpsg(4269);
+  auto toNad83 = [&](double x, double y) { return platform::Geometry::MakePoint(x, y, utm).Project(nad83).PointXY(); };
+  auto points = MakePoints(store, "Plots", 4269, {Field{"Stand", "", FieldType::String, 12}},
+                           {toNad83(500010, 5000010), toNad83(500990, 5000500), toNad83(501010, 5000500)});
+  testkit::FakeApplication app;
+  auto p = Parameters(stands, points, {});
+  p.cloneStandIdField = false;
+  p.pointStandIdField = points->Fields().at(static_cast<size_t>(points->FindField("Stand")));
+  const auto result = ImportStandIDValues(app, nullptr, p);
+  ASSERT_TRUE(result.Succeeded()) << result.errorText;
+  EXPECT_TRUE(result.addedFields.empty());
+  EXPECT_EQ(Column(*points, "Stand"), (std::vector<Value>{T("North"), T("North"), Value{}}));
+  EXPECT_NE(result.report.find("\\par \\cf1\\b Point ID FIeld: \\b0  \\cf0 Stand\r\n"), std::string::npos);
+  EXPECT_NE(result.report.find("Point Coordinate System:\\cf0  \\b0  GCS_North_American_1983\r\n"), std::string::npos);
+}
+
+TEST(ImportStandIDValues, ReportReadsLineForLineAndLineageIsWritten) {
+  testkit::TempDir dir;
+  const std::string store = dir / "inventory.gpkg";
+  auto stands = MakeStands(store, 26910, ThreeStands());
+  auto points = MakePoints(store, "Plots", 26910, {}, FivePlots());
+  testkit::FakeApplication app;
+  auto p = Parameters(stands, points, {"Age"});
+  p.transformation = platform::GeoTransformation{"NAD_1927_To_NAD_1983_NADCON", 1241};
+  p.direction = platform::TransformDirection::Reverse;  // same code on both sides: never applied
+  const auto result = ImportStandIDValues(app, nullptr, p);
+  ASSERT_TRUE(result.Succeeded()) << result.errorText;
+
+  std::vector<std::string> lines;
+  std::string rest = result.report;
+  for (size_t at = rest.find("\r\n"); at != std::string::npos; at = rest.find("\r\n")) {
+    lines.push_back(rest.substr(0, at));
+    rest.erase(0, at + 2);
+  }
+  EXPECT_EQ(rest, "");
+  const std::vector<std::string> expected = {
+      R"({\rtf1\ansi\ansicpg1252\deff0\deflang1033{\fonttbl{\f0\fswiss\fcharset0 Arial;}{\f1\fnil\fcharset0 MS Sans Serif;}})",
+      R"({\colortbl ;\red0\green0\blue255;})",
+      R"(\viewkind4\uc1\pard\qc\tx360\b\f0\fs20 Import Complete\b0 )",
+      R"(\par \pard\tx360\ul\b\fs16 Parameters)",
+      R"(\par \cf1\ulnone Stand Feature Layer: \b0  \cf0 Stand Layer)",
+      R"(\par \cf1\b Stand ID Field: \b0  \cf0 StandID)",
+      R"(\par \cf1\b Additional Stand Attributes:\cf0\b0 )",
+      R"(\par \tab 1] Age)",
+      R"(\par \cf1\b Stand Coordinate System:\b0  \cf0  NAD_1983_UTM_Zone_10N)",
+      R"(\par )",
+      R"(\par \cf1\b Point Feature Layer:\b0   \cf0 Plot Layer)",
+      R"(\par \cf1\b Point ID FIeld: \b0  \cf0 StandID)",
+      R"(\par \cf1\b Point Coordinate System:\cf0  \b0  NAD_1983_UTM_Zone_10N)",
+      R"(\par )",
+      R"(\par \cf1\b Geographic Transformation:\b0  \cf0  NAD_1927_To_NAD_1983_NADCON)",
+      R"(\par \cf1\b Transformation Direction: \cf0\b0  REVERSE\fs20 )",
+      R"(\par \pard\qc\tx360\fs16 ----------------------------------)",
+  };
+  ASSERT_GE(lines.size(), expected.size() + 4);
+  for (size_t i = 0; i < expected.size(); ++i) EXPECT_EQ(lines[i], expected[i]) << "line " << i + 1;
+  EXPECT_EQ(lines[expected.size()].rfind(R"(\par \i \b\fs8 Analysis Began:)", 0), 0u) << lines[expected.size()];
+  const size_t n = lines.size();
+  EXPECT_NE(lines[n - 4].find(R"(\i0\fs20 )"), std::string::npos);
+  EXPECT_EQ(lines[n - 3], R"(\par \pard\f1\fs17 )");
+  EXPECT_EQ(lines[n - 2], R"(\par })");
+  EXPECT_EQ(lines[n - 1], " ");
+
+  // The metadata: one process step, then one lineage record per log line.
+  const auto document = metadata::ReturnMetadataPropertySet(*points);
+  EXPECT_EQ(document.GetProperty("dqInfo/dataLineage/prcStep[0]/stepDesc"),
+            "Imported Stand ID values and additional stand attributes from Stand Polygon Layer 'Stand Layer' to "
+            "Plot Point Layer 'Plot Layer'. Stand Layer is located at '" + store + "/Stands'. Plot Layer is located at '" +
+                store + "/Plots'. ");
+  EXPECT_EQ(document.GetProperty("Esri/DataProperties/lineage/Process[0]"),
+            "[NOTE: This is not Python or VB Code!][Add Stand ID Field to Plots:  Field Name = 'StandID', Field_Alias = "
+            "'StandID' & Field_Type = 'esriFieldTypeString', Field_Length = '10']");
+  EXPECT_EQ(document.GetProperty("Esri/DataProperties/lineage/Process[1]"),
+            "[NOTE: This is not Python or VB Code!][Add Additional Stand Attribute Field to Plots:  Field Name = 'Age', "
+            "Field_Alias = 'Age' & Field_Type = 'esriFieldTypeInteger']");
+  EXPECT_EQ(document.GetProperty("Esri/DataProperties/lineage/Process[2]"),
+            "[NOTE: This is not Python or VB Code!][Import Stand IDs to Point Feature Class: Stand_Layer = 'Stand Layer', "
+            "Stand_ID_Field = 'StandID', Additional Stand Fields to Import = <Age>, Point_Layer = 'Plot Layer', "
+            "Point_Stand_ID_Field = 'StandID', Stand_Layer_Spatial_Reference = 'NAD_1983_UTM_Zone_10N', "
+            "Point_Layer_Spatial_Reference = 'NAD_1983_UTM_Zone_10N', Geographic_Transformation = "
+            "'NAD_1927_To_NAD_1983_NADCON', Transformation_Direction = 'REVERSE']");
+  EXPECT_EQ(document.GetProperty("Esri/DataProperties/lineage/Process[2]/@Name"), "ImportStandIDValues");
+  EXPECT_EQ(document.GetProperty("Esri/DataProperties/lineage/Process[2]/@ToolSource")
+                .rfind("Import Stand ID tool in Tarnwick Extension 'Tarnwick Tools' [", 0),
+            0u);
+  EXPECT_EQ(document.GetProperty("Esri/DataProperties/lineage/Process[3]"), "");
+}
+
+TEST(ImportStandIDValues, FailuresKeepAddedFieldsAndSayWhy) {
+  testkit::TempDir dir;
+  const std::string store = dir / "inventory.gpkg";
+  auto stands = MakeStands(store, 26910, ThreeStands());
+  testkit::FakeApplication app;
+
+  // A point without geometry: the fields are in place already.
+  auto points = MakePoints(store, "Plots", 26910, {}, {platform::XY{10, 10}, std::nullopt});
+  auto result = ImportStandIDValues(app, nullptr, Parameters(stands, points, {"Age"}));
+  EXPECT_FALSE(result.Succeeded());
+  EXPECT_EQ(result.addedFields, (std::vector<std::string>{"StandID", "Age"}));
+  EXPECT_NE(result.errorText.find("ImportStandIDValues"), std::string::npos);
+  EXPECT_NE(result.errorText.find("Point feature 2 of 'Plots' has no geometry."), std::string::npos);
+  EXPECT_GE(points->FindField("Age"), 0);
+  if (!result.errorLogPath.empty()) std::filesystem::remove(result.errorLogPath);
+
+  // Cloning into a GeoPackage class that has a field of that name: the name is not checked, the addition fails.
+  auto taken = MakePoints(store, "Taken", 26910, {Field{"StandID", "", FieldType::String, 5}}, {platform::XY{10, 10}});
+  result = ImportStandIDValues(app, nullptr, Parameters(stands, taken, {}));
+  EXPECT_FALSE(result.Succeeded());
+  EXPECT_TRUE(result.addedFields.empty());
+  if (!result.errorLogPath.empty()) std::filesystem::remove(result.errorLogPath);
+
+  // Invalid stand polygons are named.
+  auto bowtie = MakeStands(dir / "bad.gpkg", 26910,
+                           {{"POLYGON((0 0,10 10,10 0,0 10,0 0))", T("X"), I(1), Value{1.0}}});
+  auto plain = MakePoints(dir / "bad.gpkg", "Plots", 26910, {}, {platform::XY{1, 5}});
+  result = ImportStandIDValues(app, nullptr, Parameters(bowtie, plain, {}));
+  EXPECT_FALSE(result.Succeeded());
+  EXPECT_NE(result.errorText.find("invalid polygons (stand OIDs 1)"), std::string::npos) << result.errorText;
+  EXPECT_EQ(result.addedFields, (std::vector<std::string>{"StandID"}));
+  if (!result.errorLogPath.empty()) std::filesystem::remove(result.errorLogPath);
+}
+
+}  // namespace
+}  // namespace tarnwick
