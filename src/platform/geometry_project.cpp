@@ -29,7 +29,9 @@ TransformPtr NoTransform() { return TransformPtr(nullptr, OGRCoordinateTransform
 // when both are the same.
 TransformPtr Conversion(const SpatialReference& from, const SpatialReference& to) {
   if (!from.IsProjected() && !to.IsProjected()) return NoTransform();
-  TransformPtr ct(OGRCreateCoordinateTransformation(internal::OgrOf(from), internal::OgrOf(to)),
+  const auto source = internal::CopyOgr(from);
+  const auto target = internal::CopyOgr(to);
+  TransformPtr ct(OGRCreateCoordinateTransformation(source.get(), target.get()),
                   OGRCoordinateTransformation::DestroyCT);
   if (!ct) internal::ThrowGdalError(kSource, "No conversion from " + from.Name() + " to " + to.Name());
   return ct;
@@ -46,8 +48,8 @@ class StepwiseTransformation final : public OGRCoordinateTransformation {
         fromGeographic_(Conversion(to.GeographicCoordinateSystem(), to)),
         transformation_(transformation),
         direction_(direction),
-        source_(new OGRSpatialReference(*internal::OgrOf(from))),
-        target_(new OGRSpatialReference(*internal::OgrOf(to))) {}
+        source_(internal::CopyOgr(from).release()),
+        target_(internal::CopyOgr(to).release()) {}
   ~StepwiseTransformation() override {
     source_->Release();
     target_->Release();

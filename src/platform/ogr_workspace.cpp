@@ -83,8 +83,7 @@ std::shared_ptr<FeatureClass> OgrWorkspace::CreateFeatureClass(const NewFeatureC
     if (!spec.oidFieldName.empty()) options.SetNameValue("FID", spec.oidFieldName.c_str());
     if (!spec.shapeFieldName.empty()) options.SetNameValue("GEOMETRY_NAME", spec.shapeFieldName.c_str());
   }
-  std::unique_ptr<OGRSpatialReference> srs;
-  if (const OGRSpatialReference* source = OgrOf(spec.spatialReference)) srs = std::make_unique<OGRSpatialReference>(*source);
+  const std::unique_ptr<OGRSpatialReference> srs = CopyOgr(spec.spatialReference);
   OGRLayer* layer = dataset_->CreateLayer(spec.name.c_str(), srs.get(), OgrGeometryType(spec, kind_), options.List());
   if (layer == nullptr) ThrowGdalError(kSource, "Cannot create feature class '" + spec.name + "' in '" + path_ + "'");
   for (const Field& field : spec.fields) {

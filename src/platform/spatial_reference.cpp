@@ -56,19 +56,22 @@ SpatialReference FromOgr(const OGRSpatialReference* srs) {
   impl->srs.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
   return SpatialReference(std::move(impl));
 }
+
+std::unique_ptr<OGRSpatialReference> CopyOgr(const SpatialReference& sr) {
+  const SpatialReference::Impl* impl = sr.impl();
+  if (impl == nullptr) return nullptr;
+  std::lock_guard lock(impl->mutex);
+  auto copy = std::make_unique<OGRSpatialReference>(impl->srs);
+  copy->SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+  return copy;
+}
 }  // namespace internal
 
 SpatialReference::SpatialReference() = default;
 SpatialReference::~SpatialReference() = default;
 SpatialReference::SpatialReference(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
-SpatialReference::SpatialReference(const SpatialReference& other)
-    : impl_(other.impl_ ? std::make_unique<Impl>(*other.impl_) : nullptr) {
-  if (impl_) impl_->srs.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
-}
-SpatialReference& SpatialReference::operator=(const SpatialReference& other) {
-  if (this != &other) *this = SpatialReference(other);
-  return *this;
-}
+SpatialReference::SpatialReference(const SpatialReference& other) = default;
+SpatialReference& SpatialReference::operator=(const SpatialReference& other) = default;
 SpatialReference::SpatialReference(SpatialReference&&) noexcept = default;
 SpatialReference& SpatialReference::operator=(SpatialReference&&) noexcept = default;
 
@@ -105,23 +108,40 @@ SpatialReference SpatialReference::AzimuthalEquidistant(double centralMeridian, 
   return SpatialReference(std::move(impl));
 }
 
-bool SpatialReference::IsUnknown() const { return !impl_ || impl_->srs.IsEmpty(); }
-bool SpatialReference::IsGeographic() const { return impl_ && impl_->srs.IsGeographic(); }
-bool SpatialReference::IsProjected() const { return impl_ && impl_->srs.IsProjected(); }
+bool SpatialReference::IsUnknown() const {
+  if (!impl_) return true;
+  std::lock_guard lock(impl_->mutex);
+  return impl_->srs.IsEmpty();
+}
+
+bool SpatialReference::IsGeographic() const {
+  if (!impl_) return false;
+  std::lock_guard lock(impl_->mutex);
+  return impl_->srs.IsGeographic();
+}
+
+bool SpatialReference::IsProjected() const {
+  if (!impl_) return false;
+  std::lock_guard lock(impl_->mutex);
+  return impl_->srs.IsProjected();
+}
 
 int SpatialReference::FactoryCode() const {
   if (IsUnknown()) return 0;
-  if (!impl_->factoryCode) {
+  int code = impl_->factoryCode.load();
+  if (code == Impl::kUnidentified) {
+    std::lock_guard lock(impl_->mutex);
     internal::QuietGdalErrors quiet;
-    int code = CodeOfAuthority(impl_->srs);
+    code = CodeOfAuthority(impl_->srs);
     if (code == 0) code = CodeOfBestMatch(impl_->srs);
     impl_->factoryCode = code;
   }
-  return *impl_->factoryCode;
+  return code;
 }
 
 std::string SpatialReference::Name() const {
   if (IsUnknown()) return "Unknown";
+  std::lock_guard lock(impl_->mutex);
   internal::QuietGdalErrors quiet;
   // The ESRI flavour of WKT carries the ESRI name as its first quoted text.
   char* wkt = nullptr;
@@ -140,16 +160,19 @@ std::string SpatialReference::Name() const {
 
 double SpatialReference::MetersPerUnit() const {
   if (!IsProjected()) return 1.0;
+  std::lock_guard lock(impl_->mutex);
   return impl_->srs.GetLinearUnits();
 }
 
 double SpatialReference::SemiMajorAxis() const {
   if (IsUnknown()) return 0.0;
+  std::lock_guard lock(impl_->mutex);
   return impl_->srs.GetSemiMajor();
 }
 
 double SpatialReference::SemiMinorAxis() const {
   if (IsUnknown()) return 0.0;
+  std::lock_guard lock(impl_->mutex);
   return impl_->srs.GetSemiMinor();
 }
 
@@ -157,12 +180,17 @@ SpatialReference SpatialReference::GeographicCoordinateSystem() const {
   if (IsUnknown()) return SpatialReference();
   if (IsGeographic()) return *this;
   std::unique_ptr<OGRSpatialReference, void (*)(OGRSpatialReference*)> gcs(
-      impl_->srs.CloneGeogCS(), [](OGRSpatialReference* p) { OGRSpatialReference::DestroySpatialReference(p); });
+      nullptr, [](OGRSpatialReference* p) { OGRSpatialReference::DestroySpatialReference(p); });
+  {
+    std::lock_guard lock(impl_->mutex);
+    gcs.reset(impl_->srs.CloneGeogCS());
+  }
   return internal::FromOgr(gcs.get());
 }
 
 std::string SpatialReference::ToWkt() const {
   if (IsUnknown()) return "";
+  std::lock_guard lock(impl_->mutex);
   char* wkt = nullptr;
   impl_->srs.exportToWkt(&wkt);
   std::string text = wkt ? wkt : "";

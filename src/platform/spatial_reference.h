@@ -1,5 +1,7 @@
 #pragma once
 // A coordinate system, as the tools see it. Identity is by FactoryCode alone.
+// A SpatialReference never changes after it is made, so copies share one
+// underlying object (copying is cheap and copies may go to other threads).
 #include <memory>
 #include <string>
 
@@ -41,7 +43,7 @@ class SpatialReference {
   explicit SpatialReference(std::unique_ptr<Impl> impl);
 
  private:
-  std::unique_ptr<Impl> impl_;
+  std::shared_ptr<const Impl> impl_;
 };
 
 }  // namespace tarnwick::platform

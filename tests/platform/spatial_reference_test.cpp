@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+#include <vector>
+
 #include "platform/errors.h"
 
 namespace tarnwick::platform {
@@ -63,6 +66,22 @@ TEST(SpatialReference, UnknownAndCopies) {
 
   EXPECT_EQ(SpatialReference::FromUserInput("ESRI:54032").FactoryCode(), 54032);
   EXPECT_THROW(SpatialReference::FromUserInput("no such system"), PlatformError);
+}
+
+TEST(SpatialReference, CopiesMayBeUsedOnOtherThreads) {
+  const auto shared = SpatialReference::FromEpsg(2227);
+  std::vector<std::thread> threads;
+  std::vector<int> good(4, 0);
+  for (int t = 0; t < 4; ++t) {
+    threads.emplace_back([copy = shared, &ok = good[t]] {
+      for (int i = 0; i < 20; ++i) {
+        ok += copy.FactoryCode() == 2227 && copy.IsProjected() &&
+              copy.GeographicCoordinateSystem().FactoryCode() == 4269 && !copy.Name().empty();
+      }
+    });
+  }
+  for (auto& thread : threads) thread.join();
+  EXPECT_EQ(good, std::vector<int>(4, 20));
 }
 
 TEST(SpatialReference, AzimuthalEquidistantIsCentredWhereAsked) {
