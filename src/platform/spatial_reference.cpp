@@ -4,7 +4,9 @@
 
 #include <cpl_conv.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <vector>
 #include <cstring>
 
 #include "platform/errors.h"
@@ -64,6 +66,38 @@ std::unique_ptr<OGRSpatialReference> CopyOgr(const SpatialReference& sr) {
   auto copy = std::make_unique<OGRSpatialReference>(impl->srs);
   copy->SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
   return copy;
+}
+namespace {
+bool Convert(const SpatialReference& sr, bool toGeographic, int count, double* x, double* y, double* z) {
+  const SpatialReference::Impl* impl = sr.impl();
+  if (impl == nullptr || count == 0) return true;
+  std::lock_guard lock(impl->mutex);
+  if (!impl->srs.IsProjected()) return true;
+  auto& ct = toGeographic ? impl->toGeographic : impl->fromGeographic;
+  if (!ct) {
+    QuietGdalErrors quiet;
+    OGRSpatialReference projected(impl->srs);
+    projected.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+    std::unique_ptr<OGRSpatialReference, void (*)(OGRSpatialReference*)> geographic(
+        impl->srs.CloneGeogCS(), [](OGRSpatialReference* p) { OGRSpatialReference::DestroySpatialReference(p); });
+    if (!geographic) ThrowGdalError(kSource, "No geographic system under the projection");
+    geographic->SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+    ct.reset(toGeographic ? OGRCreateCoordinateTransformation(&projected, geographic.get())
+                          : OGRCreateCoordinateTransformation(geographic.get(), &projected));
+    if (!ct) ThrowGdalError(kSource, "No conversion between the projection and its geographic system");
+  }
+  std::vector<int> success(count, TRUE);
+  return ct->Transform(count, x, y, z, nullptr, success.data()) &&
+         std::all_of(success.begin(), success.end(), [](int ok) { return ok != 0; });
+}
+}  // namespace
+
+bool ConvertToGeographic(const SpatialReference& sr, int count, double* x, double* y, double* z) {
+  return Convert(sr, true, count, x, y, z);
+}
+
+bool ConvertFromGeographic(const SpatialReference& sr, int count, double* x, double* y, double* z) {
+  return Convert(sr, false, count, x, y, z);
 }
 }  // namespace internal
 

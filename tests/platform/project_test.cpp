@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "platform/errors.h"
 #include "platform/geometry.h"
 
 namespace tarnwick::platform {
@@ -43,6 +44,14 @@ TEST(Project, RoundTripsThroughUnitsAndEmptyGeometries) {
   Geometry empty = Geometry::MakeMultipoint(std::vector<XY>{}, utm);
   EXPECT_TRUE(empty.Project(feet).IsEmpty());
   EXPECT_EQ(empty.Project(feet).SpatialRef().FactoryCode(), 2227);
+}
+
+TEST(Project, ProjectExReportsATransformationThatCannotBeApplied) {
+  const auto source = Geometry::FromWkt("LINESTRING (500000 4500000, 500100 4500100)", SpatialReference::FromEpsg(26710));
+  GeoTransformation unknown;
+  unknown.name = "No_Such_Transformation";
+  unknown.code = 999999;
+  EXPECT_THROW(source.ProjectEx(SpatialReference::FromEpsg(26910), unknown, TransformDirection::Forward), PlatformError);
 }
 
 TEST(Project, AzimuthalEquidistantMeasuresMetresFromItsCentre) {
