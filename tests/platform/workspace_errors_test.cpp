@@ -96,6 +96,24 @@ TEST(WorkspaceErrors, ReadOnlyFolderReadsButRefusesWrites) {
   ::chmod(folder.c_str(), 0755);
 }
 
+TEST(WorkspaceErrors, ReadOnlyGeoPackageReadsButRefusesWrites) {
+  testkit::TempDir dir;
+  const std::string path = dir / "inv.gpkg";
+  {
+    auto workspace = Workspace::OpenOrCreate(path);
+    Workspace::NewFeatureClass spec;
+    spec.name = "Stands";
+    spec.geometryType = GeometryType::Polygon;
+    workspace->CreateFeatureClass(spec);
+  }
+  ::chmod(path.c_str(), 0444);
+  auto stands = OpenFeatureLayer(path + "|layername=Stands").featureClass;
+  EXPECT_EQ(stands->FeatureCount(), 0);
+  const auto message = MessageOf([&] { stands->Update(); });
+  EXPECT_NE(message.find("Cannot update 'Stands': workspace '" + path + "' is read-only"), std::string::npos)
+      << message;
+}
+
 TEST(WorkspaceErrors, SplitClassPath) {
   EXPECT_EQ(SplitClassPath("x.gpkg/Plots").workspace, "x.gpkg");
   EXPECT_EQ(SplitClassPath("x.gpkg/Plots").name, "Plots");

@@ -135,7 +135,9 @@ TEST_P(WorkspaceStores, AddFieldToExistingClassAndNames) {
   auto plots = CreatePlots();
   plots->AddField(Field{"NOTE", "", FieldType::String, 40});
   plots->AddField(Field{"WEIGHT", "", FieldType::Single});
-  ASSERT_EQ(plots->Fields().size(), 8u);
+  plots->AddField(Field{"VISITED", "", FieldType::Date});
+  ASSERT_EQ(plots->Fields().size(), 9u);
+  EXPECT_EQ(plots->Fields()[8].type, FieldType::Date);
   EXPECT_EQ(plots->FindField("NOTE"), 6);
   EXPECT_EQ(plots->Fields()[6].length, 40);
   EXPECT_EQ(plots->FindField("WEIGHT"), 7);
@@ -143,9 +145,10 @@ TEST_P(WorkspaceStores, AddFieldToExistingClassAndNames) {
   {
     auto cursor = plots->Insert();
     Feature buffer = cursor->CreateFeatureBuffer();
-    ASSERT_EQ(buffer.values.size(), 8u);
+    ASSERT_EQ(buffer.values.size(), 9u);
     buffer.values[6] = std::string("late field");
     buffer.values[7] = 1.5;
+    buffer.values[8] = std::string("2024-03-05T10:20:30");
     cursor->InsertFeature(buffer);
   }  // committed when the cursor goes
 
@@ -154,6 +157,9 @@ TEST_P(WorkspaceStores, AddFieldToExistingClassAndNames) {
   ASSERT_TRUE(feature);
   EXPECT_EQ(std::get<std::string>(feature->values[6]), "late field");
   EXPECT_DOUBLE_EQ(std::get<double>(feature->values[7]), 1.5);
+  // Shapefiles keep the day only.
+  EXPECT_EQ(std::get<std::string>(feature->values[8]),
+            GetParam().kind == WorkspaceKind::ShapefileFolder ? "2024-03-05T00:00:00" : "2024-03-05T10:20:30");
   EXPECT_TRUE(feature->shape.IsNull());
   search.reset();
 
