@@ -62,8 +62,13 @@ bool IsWritable(const std::string& path) {
   return ::access(path.c_str(), W_OK) == 0;
 }
 
+// GDAL finds no driver until they are registered once in the process.
+void RegisterDrivers() {
+  if (GetGDALDriverManager()->GetDriverByName("GPKG") == nullptr) GDALAllRegister();
+}
+
 GDALDriver* Driver(WorkspaceKind kind) {
-  GDALAllRegister();
+  RegisterDrivers();
   GDALDriver* driver = GetGDALDriverManager()->GetDriverByName(DriverName(kind));
   if (driver == nullptr) {
     throw PlatformError(kErrPlatform, kSource, std::string("The GDAL driver ") + DriverName(kind) + " is missing");
@@ -72,6 +77,7 @@ GDALDriver* Driver(WorkspaceKind kind) {
 }
 
 GDALDatasetUniquePtr OpenDataset(const std::string& path, WorkspaceKind kind, bool update) {
+  RegisterDrivers();
   const char* drivers[] = {DriverName(kind), nullptr};
   unsigned flags = GDAL_OF_VECTOR | (update ? GDAL_OF_UPDATE : GDAL_OF_READONLY);
   // A GeoPackage is one SQLite database: a second connection to it could not
