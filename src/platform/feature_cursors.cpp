@@ -1,5 +1,12 @@
-// Search, insert and update cursors on an OGR layer. Writes go inside a
-// transaction where the store has them, committed on Flush and at the end.
+// Search, insert and update cursors on an OGR layer.
+//
+// Writes go inside a transaction where the store has one (GeoPackage). The
+// tools flush often (every hundred features and after every stand), and a
+// commit, or a file geodatabase's write of its index and header, costs far
+// more than a feature, so Flush commits once enough features have gathered
+// and the cursor commits the rest when it ends. Readers in this process see
+// the edits at once either way: a GeoPackage's workspaces share one
+// connection, and the other stores write each feature to their files.
 #include "platform/errors.h"
 #include "platform/internal/ogr_errors.h"
 #include "platform/internal/ogr_workspace.h"
@@ -9,6 +16,7 @@ namespace tarnwick::platform::internal {
 namespace {
 
 constexpr const char* kSource = "FeatureCursor";
+constexpr int kFeaturesPerCommit = 10000;
 
 // A transaction on the workspace's dataset, opened on first use.
 class LazyTransaction {
@@ -35,6 +43,14 @@ class LazyTransaction {
   bool supported_;
   bool open_ = false;
 };
+
+// Commits and writes what the layer still holds in memory (a shapefile's or
+// file geodatabase's header and index), so that other programs see the edits.
+void Commit(LazyTransaction& transaction, OgrFeatureClass& featureClass) {
+  QuietGdalErrors quiet;
+  transaction.Commit(featureClass.Name());
+  if (featureClass.Layer().SyncToDisk() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot write '" + featureClass.Name() + "'");
+}
 
 class OgrSearchCursor final : public FeatureCursor {
  public:
@@ -88,7 +104,7 @@ class OgrInsertCursor final : public InsertCursor {
   }
   ~OgrInsertCursor() override {
     try {
-      Flush();
+      if (written_ > 0) Commit(transaction_, *class_);
     } catch (...) {
       // A destructor cannot report; callers who need to know call Flush.
     }
@@ -106,21 +122,19 @@ class OgrInsertCursor final : public InsertCursor {
     if (class_->Layer().CreateFeature(&feature) != OGRERR_NONE) {
       ThrowGdalError(kSource, "Cannot insert a feature into '" + class_->Name() + "'");
     }
-    pending_ = true;
+    ++written_;
     return feature.GetFID();
   }
   void Flush() override {
-    if (!pending_) return;
-    pending_ = false;
-    QuietGdalErrors quiet;
-    transaction_.Commit(class_->Name());
-    if (class_->Layer().SyncToDisk() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot write '" + class_->Name() + "'");
+    if (written_ < kFeaturesPerCommit) return;
+    written_ = 0;
+    Commit(transaction_, *class_);
   }
 
  private:
   std::shared_ptr<OgrFeatureClass> class_;
   LazyTransaction transaction_;
-  bool pending_ = false;
+  int written_ = 0;  // since the last commit
 };
 
 class OgrUpdateCursor final : public UpdateCursor {
@@ -133,7 +147,7 @@ class OgrUpdateCursor final : public UpdateCursor {
   }
   ~OgrUpdateCursor() override {
     try {
-      Flush();
+      if (written_ > 0) Commit(transaction_, *class_);
     } catch (...) {
       // A destructor cannot report; callers who need to know call Flush.
     }
@@ -156,14 +170,12 @@ class OgrUpdateCursor final : public UpdateCursor {
     if (class_->Layer().SetFeature(current_.get()) != OGRERR_NONE) {
       ThrowGdalError(kSource, "Cannot update feature " + std::to_string(current_->GetFID()) + " of '" + class_->Name() + "'");
     }
-    pending_ = true;
+    ++written_;
   }
   void Flush() override {
-    if (!pending_) return;
-    pending_ = false;
-    QuietGdalErrors quiet;
-    transaction_.Commit(class_->Name());
-    if (class_->Layer().SyncToDisk() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot write '" + class_->Name() + "'");
+    if (written_ < kFeaturesPerCommit) return;
+    written_ = 0;
+    Commit(transaction_, *class_);
   }
 
  private:
@@ -171,7 +183,7 @@ class OgrUpdateCursor final : public UpdateCursor {
   LazyTransaction transaction_;
   OGRFeatureUniquePtr current_;
   std::string where_;
-  bool pending_ = false;
+  int written_ = 0;  // since the last commit
 };
 
 }  // namespace

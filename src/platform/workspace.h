@@ -71,9 +71,12 @@ class InsertCursor {
   virtual ~InsertCursor() = default;
   // A reusable buffer with every value Null and a null shape.
   virtual Feature CreateFeatureBuffer() = 0;
-  // Queues the feature; it is written at the latest by Flush.
+  // Writes the feature; readers in this process see it at once.
   virtual std::int64_t InsertFeature(const Feature& buffer) = 0;
-  virtual void Flush() = 0;  // writes what is queued and commits it
+  // Commits once enough features have gathered since the last commit (a
+  // commit costs far more than a feature); the cursor commits the rest when
+  // it is destroyed. Destroy the cursor to make the edits final.
+  virtual void Flush() = 0;
 };
 
 class UpdateCursor {
@@ -81,7 +84,7 @@ class UpdateCursor {
   virtual ~UpdateCursor() = default;
   virtual std::optional<Feature> NextFeature() = 0;
   virtual void UpdateFeature(const Feature& feature) = 0;  // the feature last returned
-  virtual void Flush() = 0;
+  virtual void Flush() = 0;  // as InsertCursor::Flush
 };
 
 class FeatureClass {
