@@ -81,16 +81,16 @@ std::shared_ptr<platform::FeatureClass> CreateGDBFeatureClass(const std::shared_
       if (!featureClass) return nullptr;
       geometryType = featureClass->geometryType;
     }
-    platform::Workspace::NewFeatureClass spec;
-    spec.name = args.name;
-    spec.geometryType = geometryType;
-    spec.spatialReference = args.spatialReference;
-    spec.fields = args.extraFields;
-    spec.oidFieldName = NumberedFieldName("Object_ID", 11, args.extraFields);
-    spec.shapeFieldName = "Shape";
-    spec.hasZ = false;
-    spec.hasM = false;
-    return workspace->CreateFeatureClass(spec);
+    platform::Workspace::NewFeatureClass newClass;
+    newClass.name = args.name;
+    newClass.geometryType = geometryType;
+    newClass.spatialReference = args.spatialReference;
+    newClass.fields = args.extraFields;
+    newClass.oidFieldName = NumberedFieldName("Object_ID", 11, args.extraFields);
+    newClass.shapeFieldName = "Shape";
+    newClass.hasZ = false;
+    newClass.hasM = false;
+    return workspace->CreateFeatureClass(newClass);
   });
 }
 
@@ -140,12 +140,12 @@ std::shared_ptr<platform::FeatureClass> CreateShapefileFeatureClass(
       return nullptr;
     }
 
-    platform::Workspace::NewFeatureClass spec;
-    spec.name = stem;
-    spec.geometryType = geometryType;
-    spec.spatialReference = spatialReference;
-    spec.fields = std::move(fields);
-    return platform::Workspace::Open(directory)->CreateFeatureClass(spec);
+    platform::Workspace::NewFeatureClass newClass;
+    newClass.name = stem;
+    newClass.geometryType = geometryType;
+    newClass.spatialReference = spatialReference;
+    newClass.fields = std::move(fields);
+    return platform::Workspace::Open(directory)->CreateFeatureClass(newClass);
   });
 }
 

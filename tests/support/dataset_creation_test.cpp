@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include "platform/workspace.h"
+#include "presentation/error_handling.h"
 #include "support/feature_class_rules.h"
 #include "testkit/fake_application.h"
 #include "testkit/temp_dir.h"
@@ -206,6 +207,23 @@ TEST(DatasetCreationRefusals, EachRefusalShowsItsMessageAndGivesNothing) {
   EXPECT_FALSE(CreateGeneralFeatureClass(app, args, raster));
   EXPECT_EQ(app.boxes.back().text, "Unexpected Feature Class Type (Raster Dataset)!  Need to write new code for this...");
   EXPECT_EQ(app.boxes.size(), 6u);
+}
+
+TEST(DatasetCreationRefusals, AStoreThatCannotBeMadeRaisesThroughTheCreatorsName) {
+  testkit::TempDir dir;
+  testkit::FakeApplication app;
+  std::ofstream(dir / "blocker") << "a file, not a folder";
+  GeneralFeatureClassArgs args;
+  args.path = (dir / "blocker") + "/inv.gpkg";
+  args.name = "Plots";
+  args.outputType = kOutputPersonalGeodatabase;
+  try {
+    CreateGeneralFeatureClass(app, args);
+    ADD_FAILURE() << "no error raised";
+  } catch (const RoutineError& e) {
+    EXPECT_NE(e.Description().find("CreateGeneralFeatureClass MyGeneralOperations"), std::string::npos)
+        << e.Description();
+  }
 }
 
 TEST(DatasetCreationRefusals, ShapefileCreatorRefusesAnExistingFile) {

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "platform/geometry.h"
+#include "presentation/error_handling.h"
 #include "platform/spatial_reference.h"
 #include "support/spherical_area.h"
 #include "support/spheroid_operations.h"
@@ -126,6 +127,16 @@ TEST(SphericalArea, CellAreasAgreeWithTheEllipsoidWhateverTheRingOrder) {
   // The weighted centroid lies between the two cells, nearer the larger.
   EXPECT_GT(cx, 0.5);
   EXPECT_LT(cx, 10.5);
+
+  // A point has no area: the failure climbs with this routine's line.
+  const auto point = platform::Geometry::MakePoint(1, 2, wgs84);
+  try {
+    SphericalPolygonArea2(point, false, cx, cy, kA, kB);
+    ADD_FAILURE() << "no error raised";
+  } catch (const RoutineError& e) {
+    EXPECT_NE(e.Description().find("SphericalPolygonArea2 MyGeometricOperations"), std::string::npos)
+        << e.Description();
+  }
 }
 
 }  // namespace

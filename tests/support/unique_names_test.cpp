@@ -46,12 +46,12 @@ TEST(UniqueNames, AFolderOfTheSameStemBlocksAShapefileName) {
 TEST(UniqueNames, ClassNamesAreNumberedPastTakenOnesIgnoringCase) {
   testkit::TempDir dir;
   auto workspace = platform::Workspace::OpenOrCreate(dir / "inv.gpkg");
-  platform::Workspace::NewFeatureClass spec;
-  spec.name = "Plots";
-  spec.spatialReference = platform::SpatialReference::FromEpsg(26910);
-  workspace->CreateFeatureClass(spec);
-  spec.name = "plots_1";
-  workspace->CreateFeatureClass(spec);
+  platform::Workspace::NewFeatureClass newClass;
+  newClass.name = "Plots";
+  newClass.spatialReference = platform::SpatialReference::FromEpsg(26910);
+  workspace->CreateFeatureClass(newClass);
+  newClass.name = "plots_1";
+  workspace->CreateFeatureClass(newClass);
   EXPECT_TRUE(CheckIfFeatureClassExists(workspace, "PLOTS"));
   EXPECT_FALSE(CheckIfFeatureClassExists(workspace, "Stands"));
   EXPECT_FALSE(CheckIfFeatureClassExists(nullptr, "Plots"));
