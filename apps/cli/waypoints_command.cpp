@@ -1,7 +1,155 @@
+// tarnwick waypoints: writes a point layer into a SoloForest waypoint file,
+// after the checks the Waypoint Converter dialog makes.
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+
 #include "commands.h"
+#include "platform/errors.h"
+#include "presentation/rtf_text.h"
+#include "support/lookups.h"
+#include "transforms/transform_search.h"
+#include "waypoints/create_waypoint_file.h"
+#include "waypoints/duplicate_plot_ids.h"
+#include "waypoints/waypoint_output.h"
 
 namespace tarnwick::cli {
 
-void RegisterWaypoints(CLI::App&, CommandAction&) {}
+namespace {
+
+struct WaypointOptions {
+  std::string points;
+  std::string plotId;
+  std::string standId;
+  std::string elevation;
+  std::string selected;
+  bool selectedGiven = false;
+  std::string out;
+  std::string report;
+};
+
+platform::FeatureLayer OpenLayer(const std::string& spec) {
+  try {
+    return platform::OpenFeatureLayer(spec);
+  } catch (const platform::PlatformError& e) {
+    throw UsageError(e.what());
+  }
+}
+
+// The field of that name, if it is of a kind the dialog offers (mask 3: text
+// and numeric; mask 2: numeric only).
+platform::Field RequireField(const platform::FeatureLayer& layer, const std::string& name, const char* role,
+                             bool numericOnly) {
+  const int index = layer.featureClass->FindField(name);
+  if (index < 0) {
+    throw UsageError("The point layer '" + layer.name + "' has no field '" + name + "' (" + role + ").");
+  }
+  const platform::Field field = layer.featureClass->Fields().at(static_cast<size_t>(index));
+  const bool fits = FieldIsNumeric(field.type) || (!numericOnly && FieldIsString(field.type));
+  if (!fits) {
+    throw UsageError(std::string("The field '") + field.name + "' cannot serve as " + role + ": it must be " +
+                     (numericOnly ? "numeric." : "a text or numeric field."));
+  }
+  return field;
+}
+
+void WriteReport(const std::string& path, const std::string& rtf) {
+  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  out << rtf;
+  if (!out) std::fprintf(stderr, "tarnwick: could not write the report '%s'\n", path.c_str());
+}
+
+int RunWaypoints(const WaypointOptions& options, CommandContext& context) {
+  WaypointParameters parameters;
+  parameters.pointLayer = OpenLayer(options.points);
+  const auto& layer = parameters.pointLayer;
+  if (layer.featureClass->ShapeType() != platform::GeometryType::Point) {
+    throw UsageError("The layer '" + layer.name + "' is not a point layer.");
+  }
+  parameters.plotIdField = RequireField(layer, options.plotId, "Plot ID", false);
+  if (!options.standId.empty()) parameters.standIdField = RequireField(layer, options.standId, "Stand ID", false);
+  if (!options.elevation.empty()) {
+    parameters.elevationField = RequireField(layer, options.elevation, "elevation", true);
+  }
+
+  // --selected plays the map's selection.
+  parameters.convertAll = !options.selectedGiven;
+  if (options.selectedGiven) {
+    try {
+      parameters.pointLayer.selection = layer.featureClass->Select(options.selected);
+    } catch (const platform::PlatformError& e) {
+      throw UsageError(e.what());
+    }
+  }
+
+  // The duplicate check reads the features that will be converted.
+  const auto& selection = parameters.pointLayer.selection;
+  const bool all = parameters.convertAll || selection.empty();
+  auto cursor = all ? layer.featureClass->Search() : layer.featureClass->SearchOids(selection);
+  const std::int64_t total = all ? layer.featureClass->FeatureCount() : static_cast<std::int64_t>(selection.size());
+  const std::string problems =
+      CheckForDuplicatePlotIDs(*cursor, layer.featureClass->FindField(parameters.plotIdField.name), total);
+  cursor.reset();
+  if (!problems.empty()) throw UsageError(" Problems with Plot ID Values:\n" + problems);
+
+  parameters.outputPath = WaypointOutputPath(options.out);
+  std::error_code ec;
+  if (std::filesystem::exists(parameters.outputPath, ec)) {
+    const auto answer = context.application.MessageBox(WaypointFileExistsQuestion(parameters.outputPath),
+                                                       kWaypointFileExistsTitle,
+                                                       platform::host::MessageButtons::YesNoCancel,
+                                                       platform::host::MessageIcon::Question);
+    if (answer != platform::host::MessageResult::Yes) {
+      throw UsageError("The file '" + parameters.outputPath + "' already exists; pass --overwrite to replace it.");
+    }
+    std::filesystem::remove(parameters.outputPath, ec);
+  }
+  if (const std::string folder = CheckWaypointOutputFolder(parameters.outputPath); !folder.empty()) {
+    throw UsageError(folder);
+  }
+
+  bool booError = false;
+  std::string problem;
+  std::optional<platform::SpatialReference> projected;
+  ReturnGCSFromDataset(layer, booError, problem, projected);
+  if (booError) {
+    throw UsageError("There is a problem with the spatial reference for '" + layer.name + "':\n\n  --> " + problem +
+                     "\n\nPlease select a different layer, or fix the spatial reference before running this tool.");
+  }
+
+  const WaypointResult result = CreateWaypointFile(context.application, &context.document, parameters);
+  if (!result.Succeeded()) {
+    throw std::runtime_error("The waypoint conversion failed; no file was written." +
+                             (result.errorLogPath.empty() ? std::string() : " Error log: " + result.errorLogPath));
+  }
+  const std::filesystem::path out(parameters.outputPath);
+  const std::string reportPath =
+      options.report.empty() ? (out.parent_path() / (out.stem().string() + "_report.rtf")).string() : options.report;
+  WriteReport(reportPath, result.report);
+  std::fputs(RtfToPlainText(result.report).c_str(), stdout);
+  std::fprintf(stderr, "Wrote %lld waypoints to %s; report: %s\n", static_cast<long long>(result.records),
+               parameters.outputPath.c_str(), reportPath.c_str());
+  return kExitSuccess;
+}
+
+}  // namespace
+
+void RegisterWaypoints(CLI::App& app, CommandAction& action) {
+  auto options = std::make_shared<WaypointOptions>();
+  auto* sub = app.add_subcommand("waypoints", "Write a point layer into a Trimble SoloForest waypoint file (.way)");
+  sub->add_option("--points", options->points, "Point layer: PATH or PATH|layername=NAME")->required();
+  sub->add_option("--plot-id", options->plotId, "Plot ID field")->required();
+  sub->add_option("--stand-id", options->standId, "Stand ID field, written as the waypoint description");
+  sub->add_option("--elevation", options->elevation, "Elevation field");
+  sub->add_option("--selected", options->selected, "Convert only the points this attribute filter selects")
+      ->each([options](const std::string&) { options->selectedGiven = true; });
+  sub->add_option("--out", options->out, "Output waypoint file (given the .way extension)")->required();
+  sub->add_option("--report", options->report, "RTF report path (default: beside the output)");
+  sub->callback([options, &action] {
+    action = [options](CommandContext& context) { return RunWaypoints(*options, context); };
+  });
+}
 
 }  // namespace tarnwick::cli

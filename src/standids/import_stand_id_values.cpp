@@ -1,5 +1,6 @@
 #include "standids/import_stand_id_values.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -48,6 +49,11 @@ TransferStandIDResult ImportStandIDValues(platform::host::Application& applicati
     const bool isShapefile = points->GetWorkspace()->Type() == 0;
 
     const TransferFields settled = SettleTransferFields(*stands, *points, parameters, isShapefile, result.addedFields);
+    for (const auto& column : settled.columns) {
+      const bool added = std::find(result.addedFields.begin(), result.addedFields.end(), column.pointFieldName) !=
+                         result.addedFields.end();
+      result.fields.push_back({column.standFieldName, column.pointFieldName, added});
+    }
 
     const platform::SpatialReference standReference = stands->GetSpatialReference();
     const platform::SpatialReference pointReference = points->GetSpatialReference();

@@ -22,9 +22,17 @@ struct TransferStandIDParameters {
   platform::TransformDirection direction = platform::TransformDirection::Forward;  // 7
 };
 
+// Where one stand field went in the point class.
+struct TransferredField {
+  std::string standField;
+  std::string pointField;
+  bool added = false;  // false: an existing point field was used
+};
+
 struct TransferStandIDResult {
   std::string report;                    // the RTF report; empty when the run failed
   std::vector<std::string> addedFields;  // point fields the run added (they stay after a failure)
+  std::vector<TransferredField> fields;  // the Stand ID first, then the attributes in order
   std::int64_t pointsUpdated = 0;
   std::int64_t pointsInStands = 0;
   std::string errorText;     // what the error road showed, when the run failed

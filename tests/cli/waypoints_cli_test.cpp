@@ -1,0 +1,108 @@
+// The waypoints subcommand run as a program on a small GeoPackage.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <sys/wait.h>
+
+#include "platform/workspace.h"
+#include "testkit/temp_dir.h"
+
+namespace tarnwick {
+namespace {
+
+using platform::Field;
+using platform::FieldType;
+using platform::Value;
+
+struct Run {
+  int exitCode = -1;
+  std::string out;
+  std::string err;
+};
+
+Run Tarnwick(const testkit::TempDir& dir, const std::string& arguments) {
+  const std::string out = dir / "stdout.txt";
+  const std::string err = dir / "stderr.txt";
+  const std::string command = std::string("cd '") + dir.path().string() + "' && '" + TARNWICK_EXE + "' " + arguments +
+                              " >'" + out + "' 2>'" + err + "'";
+  const int status = std::system(command.c_str());
+  return Run{WIFEXITED(status) ? WEXITSTATUS(status) : -1, testkit::ReadFile(out), testkit::ReadFile(err)};
+}
+
+// "plots.gpkg" with class Plots (WGS 1984): PlotID, StandID, Elev.
+void MakePlots(const testkit::TempDir& dir, const std::vector<std::int64_t>& ids) {
+  auto workspace = platform::Workspace::OpenOrCreate(dir / "plots.gpkg");
+  platform::Workspace::NewFeatureClass spec;
+  spec.name = "Plots";
+  spec.spatialReference = platform::SpatialReference::FromEpsg(4326);
+  spec.fields = {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 10},
+                 Field{"Elev", "", FieldType::Double}};
+  auto plots = workspace->CreateFeatureClass(spec);
+  auto cursor = plots->Insert();
+  for (size_t i = 0; i < ids.size(); ++i) {
+    auto buffer = cursor->CreateFeatureBuffer();
+    buffer.shape = platform::Geometry::MakePoint(-122.25 - 0.25 * static_cast<double>(i), 45.5, spec.spatialReference);
+    buffer.values[2] = Value{ids[i]};
+    buffer.values[3] = Value{std::string("S") + std::to_string(ids[i])};
+    buffer.values[4] = Value{100.5};
+    cursor->InsertFeature(buffer);
+  }
+  cursor->Flush();
+}
+
+TEST(WaypointsCommand, WritesFileAndReportAndRefusesAnExistingOne) {
+  testkit::TempDir dir;
+  MakePlots(dir, {1, 2, 3});
+  auto run = Tarnwick(dir, "waypoints --points plots.gpkg --plot-id PlotID --stand-id StandID --elevation Elev --out trip");
+  ASSERT_EQ(run.exitCode, 0) << run.err;
+  EXPECT_EQ(testkit::ReadFile(dir / "trip.way"),
+            "1,4530.000000,-12215.000000,100.5,S1;<ICON = 9>,\r\n"
+            "2,4530.000000,-12230.000000,100.5,S2;<ICON = 9>,\r\n"
+            "3,4530.000000,-12245.000000,100.5,S3;<ICON = 9>,\r\n\r\n");
+  EXPECT_EQ(testkit::ReadFile(dir / "trip_report.rtf").rfind("{\\rtf1", 0), 0u);
+  EXPECT_NE(run.out.find("Analysis Complete"), std::string::npos);
+  EXPECT_NE(run.out.find("All Points Converted [n = 3]"), std::string::npos);
+  EXPECT_EQ(run.out.find("\\par"), std::string::npos);  // plain text, not RTF
+
+  run = Tarnwick(dir, "waypoints --points plots.gpkg --plot-id PlotID --out trip.way");
+  EXPECT_EQ(run.exitCode, 2);
+  EXPECT_NE(run.err.find("already exists"), std::string::npos);
+  run = Tarnwick(dir, "waypoints --points plots.gpkg --plot-id PlotID --out trip.way --overwrite --selected \"PlotID >= 2\" "
+                      "--report sel.rtf");
+  ASSERT_EQ(run.exitCode, 0) << run.err;
+  EXPECT_EQ(testkit::ReadFile(dir / "trip.way"),
+            "2,4530.000000,-12230.000000,0.0,;<ICON = 9>,\r\n3,4530.000000,-12245.000000,0.0,;<ICON = 9>,\r\n\r\n");
+  EXPECT_NE(run.out.find("Selected Points Converted [n = 2 of 0]"), std::string::npos);
+  EXPECT_TRUE(std::filesystem::exists(dir / "sel.rtf"));
+}
+
+TEST(WaypointsCommand, RefusesDuplicatesMissingFoldersAndBadFields) {
+  testkit::TempDir dir;
+  MakePlots(dir, {7, 9, 7, 9, 9});
+  auto run = Tarnwick(dir, "waypoints --points plots.gpkg --plot-id PlotID --out dup.way");
+  EXPECT_EQ(run.exitCode, 2);
+  EXPECT_NE(run.err.find("Duplicate Plot IDs Found:\r\n  --> 7:  n = 2\r\n  --> 9:  n = 3\r\n"), std::string::npos)
+      << run.err;
+  EXPECT_FALSE(std::filesystem::exists(dir / "dup.way"));
+
+  // The selection decides which IDs are checked.
+  run = Tarnwick(dir, "waypoints --points plots.gpkg --plot-id PlotID --selected \"OBJECTID IN (1, 2)\" --out nowhere/x.way");
+  EXPECT_EQ(run.exitCode, 2);
+  EXPECT_NE(run.err.find("The specified folder 'nowhere' does not exist!  Please specify a valid workspace."),
+            std::string::npos)
+      << run.err;
+
+  run = Tarnwick(dir, "waypoints --points plots.gpkg --plot-id Nope --out a.way");
+  EXPECT_EQ(run.exitCode, 2);
+  EXPECT_NE(run.err.find("no field 'Nope'"), std::string::npos);
+  run = Tarnwick(dir, "waypoints --points missing.gpkg --plot-id PlotID --out a.way");
+  EXPECT_EQ(run.exitCode, 2);
+  run = Tarnwick(dir, "waypoints --points plots.gpkg --plot-id PlotID");
+  EXPECT_EQ(run.exitCode, 2);  // --out is required
+}
+
+}  // namespace
+}  // namespace tarnwick
