@@ -87,6 +87,13 @@ class UpdateCursor {
   virtual void Flush() = 0;  // as InsertCursor::Flush
 };
 
+// A feature class reads through one OGR layer, which has a single read
+// position and attribute filter. Cursors on one FeatureClass object must
+// therefore not interleave: finish or destroy one before opening the next,
+// and do not count or select while a cursor is open. Shapefiles and file
+// geodatabases give an independent layer to each opening of the class; all
+// openings of a GeoPackage in one process share one connection and layer,
+// so there the rule holds for every object of that class.
 class FeatureClass {
  public:
   virtual ~FeatureClass() = default;
