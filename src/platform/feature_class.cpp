@@ -166,7 +166,16 @@ void OgrFeatureClass::FromFeature(const Feature& source, OGRFeature& target) con
     } else if (const auto* real = std::get_if<double>(&value)) {
       target.SetField(i, *real);
     } else {
-      target.SetField(i, std::get<std::string>(value).c_str());
+      // Text goes into a number field only when it reads as a number, as the
+      // host's own conversion would have it (Type mismatch otherwise).
+      const OGRFieldType type = target.GetFieldDefnRef(i)->GetType();
+      if (type == OFTInteger || type == OFTInteger64) {
+        target.SetField(i, static_cast<GIntBig>(ValueToLong(value)));
+      } else if (type == OFTReal) {
+        target.SetField(i, ValueToDouble(value));
+      } else {
+        target.SetField(i, std::get<std::string>(value).c_str());
+      }
     }
   }
   const OGRGeometry* shape = OgrOf(source.shape);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/errors.h"
 #include "testkit/temp_dir.h"
 
 namespace tarnwick::platform {
@@ -77,6 +78,9 @@ TEST_P(WorkspaceStores, CreateInsertReadUpdate) {
       cursor->InsertFeature(buffer);
     }
     cursor->Flush();
+    // Text into number fields: numbers are converted, anything else refused.
+    buffer.values[3] = std::string("x7");
+    EXPECT_THROW(cursor->InsertFeature(buffer), PlatformError);
   }
 
   EXPECT_EQ(plots->FeatureCount(), 5);
@@ -111,6 +115,7 @@ TEST_P(WorkspaceStores, CreateInsertReadUpdate) {
     auto feature = update->NextFeature();
     ASSERT_TRUE(feature);
     feature->values[2] = std::string("ZZ");
+    feature->values[4] = std::string("2.75");
     feature->shape = Geometry::MakePoint(1, 2, SpatialReference::FromEpsg(26910));
     update->UpdateFeature(*feature);
     EXPECT_FALSE(update->NextFeature());
@@ -124,6 +129,7 @@ TEST_P(WorkspaceStores, CreateInsertReadUpdate) {
   auto feature = changed->NextFeature();
   ASSERT_TRUE(feature);
   EXPECT_EQ(std::get<std::int64_t>(feature->values[3]), 2);
+  EXPECT_DOUBLE_EQ(std::get<double>(feature->values[4]), 2.75);
   EXPECT_EQ(feature->shape.PointXY(), (XY{1, 2}));
   EXPECT_FALSE(changed->NextFeature());
   const Envelope extent = reopened->Extent();
