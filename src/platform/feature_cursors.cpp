@@ -6,7 +6,8 @@
 // more than a feature, so Flush commits once enough features have gathered
 // and the cursor commits the rest when it ends. Readers in this process see
 // the edits at once either way: a GeoPackage's workspaces share one
-// connection, and the other stores write each feature to their files.
+// connection, and a file geodatabase writes each feature to its files. A
+// shapefile's header and index are cheap to write, so every Flush writes them.
 #include "platform/errors.h"
 #include "platform/internal/ogr_errors.h"
 #include "platform/internal/ogr_workspace.h"
@@ -43,6 +44,10 @@ class LazyTransaction {
   bool supported_;
   bool open_ = false;
 };
+
+int FeaturesPerCommit(const OgrFeatureClass& featureClass) {
+  return featureClass.Store().Kind() == WorkspaceKind::ShapefileFolder ? 1 : kFeaturesPerCommit;
+}
 
 // Commits and writes what the layer still holds in memory (a shapefile's or
 // file geodatabase's header and index), so that other programs see the edits.
@@ -126,7 +131,7 @@ class OgrInsertCursor final : public InsertCursor {
     return feature.GetFID();
   }
   void Flush() override {
-    if (written_ < kFeaturesPerCommit) return;
+    if (written_ < FeaturesPerCommit(*class_)) return;
     written_ = 0;
     Commit(transaction_, *class_);
   }
@@ -173,7 +178,7 @@ class OgrUpdateCursor final : public UpdateCursor {
     ++written_;
   }
   void Flush() override {
-    if (written_ < kFeaturesPerCommit) return;
+    if (written_ < FeaturesPerCommit(*class_)) return;
     written_ = 0;
     Commit(transaction_, *class_);
   }
