@@ -247,6 +247,24 @@ TEST_P(WorkspaceStores, WritesOneClassWhileReadingAnotherOfTheSameStore) {
   EXPECT_EQ(copies->FeatureCount(), 30);
 }
 
+TEST_P(WorkspaceStores, FlushedFeaturesAreSeenByAnotherOpening) {
+  auto plots = CreatePlots();
+  auto cursor = plots->Insert();
+  auto buffer = cursor->CreateFeatureBuffer();
+  for (int i = 0; i < 3; ++i) {
+    buffer.shape = Geometry::MakePoint(i, i, SpatialReference::FromEpsg(26910));
+    cursor->InsertFeature(buffer);
+  }
+  cursor->Flush();
+  EXPECT_EQ(plots->FeatureCount(), 3);
+  if (GetParam().kind != WorkspaceKind::FileGeodatabase) {
+    // A geodatabase opened separately sees them only when the cursor ends.
+    EXPECT_EQ(OpenFeatureLayer(plots->FullPath()).featureClass->FeatureCount(), 3);
+  }
+  cursor.reset();
+  EXPECT_EQ(OpenFeatureLayer(plots->FullPath()).featureClass->FeatureCount(), 3);
+}
+
 INSTANTIATE_TEST_SUITE_P(
     AllStores, WorkspaceStores,
     ::testing::Values(Store{"Shapefiles", "shapes", WorkspaceKind::ShapefileFolder, "FID", "Shape"},
