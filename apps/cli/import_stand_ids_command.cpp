@@ -79,8 +79,13 @@ std::vector<std::string> StoreFiles(const platform::FeatureClass& featureClass) 
 
 void RequireWritable(const platform::FeatureLayer& layer) {
   for (const auto& file : StoreFiles(*layer.featureClass)) {
+    // A file without any write permission bit is read-only even for a user
+    // (such as root) whom the system would let write it.
     std::error_code ec;
-    if (fs::exists(file, ec) && ::access(file.c_str(), W_OK) != 0) {
+    const auto status = fs::status(file, ec);
+    if (ec || !fs::exists(status)) continue;
+    const auto writeBits = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    if ((status.permissions() & writeBits) == fs::perms::none || ::access(file.c_str(), W_OK) != 0) {
       throw UsageError("The point layer '" + layer.name + "' cannot be written: '" + file +
                        "' is read-only. Nothing was changed.");
     }

@@ -124,5 +124,47 @@ TEST(ImportStandIdsCommand, RefusesBadInputBeforeChangingAnything) {
   EXPECT_NE(run.err.find("Stand Polygon ID Field 'StandID':  Type = Text"), std::string::npos) << run.err;
 }
 
+// Points "plots" in a shapefile folder (feature IDs from 0); the second without geometry when asked.
+std::shared_ptr<platform::FeatureClass> MakeShapefilePlots(const testkit::TempDir& dir, bool withNullShape) {
+  auto workspace = platform::Workspace::OpenOrCreate(dir / "shp");
+  platform::Workspace::NewFeatureClass spec;
+  spec.name = "plots";
+  spec.spatialReference = platform::SpatialReference::FromEpsg(26910);
+  spec.fields = {Field{"PlotID", "", FieldType::Integer}};
+  auto plots = workspace->CreateFeatureClass(spec);
+  auto cursor = plots->Insert();
+  for (int i = 0; i < 2; ++i) {
+    auto buffer = cursor->CreateFeatureBuffer();
+    if (i == 0 || !withNullShape) buffer.shape = platform::Geometry::MakePoint(50, 50, spec.spatialReference);
+    buffer.values[2] = Value{std::int64_t{i + 1}};
+    cursor->InsertFeature(buffer);
+  }
+  cursor->Flush();
+  return plots;
+}
+
+TEST(ImportStandIdsCommand, ReadOnlyShapefileIsRefusedAndAFailedRunNamesTheAddedFields) {
+  testkit::TempDir dir;
+  MakeInventory(dir);
+  MakeShapefilePlots(dir, true);
+  const std::string dbf = dir / "shp/plots.dbf";
+  const auto permissions = std::filesystem::status(dbf).permissions();
+  std::filesystem::permissions(dbf, std::filesystem::perms::owner_read | std::filesystem::perms::group_read |
+                                        std::filesystem::perms::others_read);
+  const std::string arguments =
+      "import-stand-ids --stands \"inv.gpkg|layername=Stands\" --stand-id StandID --attributes Age "
+      "--points shp/plots.shp --clone";
+  auto run = Tarnwick(dir, arguments);
+  EXPECT_EQ(run.exitCode, 2);
+  EXPECT_NE(run.err.find("is read-only. Nothing was changed."), std::string::npos) << run.err;
+
+  std::filesystem::permissions(dbf, permissions);
+  run = Tarnwick(dir, arguments);
+  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_NE(run.err.find("Point feature 1 of 'plots' has no geometry."), std::string::npos) << run.err;
+  EXPECT_NE(run.err.find("Fields added before the failure stay in 'plots': StandID, Age."), std::string::npos)
+      << run.err;
+}
+
 }  // namespace
 }  // namespace tarnwick
