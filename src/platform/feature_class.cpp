@@ -1,5 +1,6 @@
 // A feature class on one OGR layer: its fields, extent, counts and the
 // conversion of OGR features to and from this system's Feature.
+#include <cstdint>
 #include <cstdio>
 
 #include "platform/errors.h"
@@ -33,6 +34,23 @@ std::string DateText(OGRFeature& feature, int index) {
   std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02d", year, month, day, hour, minute,
                 static_cast<int>(second));
   return text;
+}
+
+// A whole number too large for a small or long integer field raises
+// Overflow rather than being clipped by the store.
+void CheckIntegerRange(const OGRFieldDefn& field, std::int64_t value) {
+  std::int64_t low = INT64_MIN, high = INT64_MAX;
+  if (field.GetType() == OFTInteger && field.GetSubType() == OFSTInt16) {
+    low = INT16_MIN;
+    high = INT16_MAX;
+  } else if (field.GetType() == OFTInteger) {
+    low = INT32_MIN;
+    high = INT32_MAX;
+  }
+  if (value < low || value > high) {
+    throw PlatformError(kErrOverflow, kSource,
+                        "Overflow: " + std::to_string(value) + " does not fit field '" + field.GetNameRef() + "'");
+  }
 }
 
 }  // namespace
@@ -162,6 +180,7 @@ void OgrFeatureClass::FromFeature(const Feature& source, OGRFeature& target) con
     if (IsNull(value)) {
       target.SetFieldNull(i);
     } else if (const auto* integer = std::get_if<std::int64_t>(&value)) {
+      CheckIntegerRange(*target.GetFieldDefnRef(i), *integer);
       target.SetField(i, static_cast<GIntBig>(*integer));
     } else if (const auto* real = std::get_if<double>(&value)) {
       target.SetField(i, *real);
@@ -170,7 +189,9 @@ void OgrFeatureClass::FromFeature(const Feature& source, OGRFeature& target) con
       // host's own conversion would have it (Type mismatch otherwise).
       const OGRFieldType type = target.GetFieldDefnRef(i)->GetType();
       if (type == OFTInteger || type == OFTInteger64) {
-        target.SetField(i, static_cast<GIntBig>(ValueToLong(value)));
+        const std::int64_t number = ValueToLong(value);
+        CheckIntegerRange(*target.GetFieldDefnRef(i), number);
+        target.SetField(i, static_cast<GIntBig>(number));
       } else if (type == OFTReal) {
         target.SetField(i, ValueToDouble(value));
       } else {

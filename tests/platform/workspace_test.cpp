@@ -81,6 +81,13 @@ TEST_P(WorkspaceStores, CreateInsertReadUpdate) {
     // Text into number fields: numbers are converted, anything else refused.
     buffer.values[3] = std::string("x7");
     EXPECT_THROW(cursor->InsertFeature(buffer), PlatformError);
+    buffer.values[3] = std::int64_t{1} << 40;  // beyond a long integer
+    EXPECT_THROW(cursor->InsertFeature(buffer), PlatformError);
+    buffer.values[3] = std::int64_t{1};
+    if (GetParam().kind != WorkspaceKind::ShapefileFolder) {
+      buffer.values[5] = std::int64_t{40000};  // beyond a small integer
+      EXPECT_THROW(cursor->InsertFeature(buffer), PlatformError);
+    }
   }
 
   EXPECT_EQ(plots->FeatureCount(), 5);
