@@ -141,8 +141,15 @@ GeometryType Geometry::Type() const {
 bool Geometry::IsNull() const { return !impl_ || !impl_->geom; }
 bool Geometry::IsEmpty() const { return IsNull() || impl_->geom->IsEmpty(); }
 
-const SpatialReference& Geometry::SpatialRef() const { return impl_->sr; }
-void Geometry::SetSpatialRef(const SpatialReference& sr) { impl_->sr = sr; }
+const SpatialReference& Geometry::SpatialRef() const {
+  static const SpatialReference unknown;  // of a moved-from geometry
+  return impl_ ? impl_->sr : unknown;
+}
+
+void Geometry::SetSpatialRef(const SpatialReference& sr) {
+  if (!impl_) impl_ = std::make_unique<Impl>();
+  impl_->sr = sr;
+}
 
 XY Geometry::PointXY() const {
   if (Type() != GeometryType::Point || IsEmpty()) {
