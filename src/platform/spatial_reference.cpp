@@ -113,7 +113,12 @@ SpatialReference SpatialReference::FromEpsg(int code) {
   internal::QuietGdalErrors quiet;
   auto impl = NewImpl();
   if (impl->srs.importFromEPSG(code) != OGRERR_NONE) {
-    internal::ThrowGdalError(kSource, "Unknown coordinate system EPSG:" + std::to_string(code));
+    // Factory codes also name ESRI's own systems, such as 54032.
+    const std::string esri = "ESRI:" + std::to_string(code);
+    if (impl->srs.SetFromUserInput(esri.c_str()) != OGRERR_NONE) {
+      internal::ThrowGdalError(kSource, "Unknown coordinate system " + std::to_string(code));
+    }
+    impl->srs.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
   }
   impl->factoryCode = code;
   return SpatialReference(std::move(impl));

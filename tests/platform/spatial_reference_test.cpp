@@ -65,6 +65,8 @@ TEST(SpatialReference, UnknownAndCopies) {
   EXPECT_EQ(copy.FactoryCode(), 4326);
 
   EXPECT_EQ(SpatialReference::FromUserInput("ESRI:54032").FactoryCode(), 54032);
+  EXPECT_EQ(SpatialReference::FromEpsg(54032).Name(), "World_Azimuthal_Equidistant");
+  EXPECT_THROW(SpatialReference::FromEpsg(1), PlatformError);
   EXPECT_THROW(SpatialReference::FromUserInput("no such system"), PlatformError);
 }
 
