@@ -82,6 +82,9 @@ int RunWaypoints(const WaypointOptions& options, CommandContext& context) {
     } catch (const platform::PlatformError& e) {
       throw UsageError(e.what());
     }
+    if (parameters.pointLayer.selection.empty()) {
+      std::fprintf(stderr, "Note: the filter selects no point; every point is converted.\n");
+    }
   }
 
   // The duplicate check reads the features that will be converted.

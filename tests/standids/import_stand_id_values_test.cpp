@@ -60,6 +60,7 @@ TEST(ImportStandIDValues, GeoPackageTakesFirstStandNullsAndReusesOrRenamesFields
   EXPECT_EQ(result.pointsUpdated, 5);
   EXPECT_EQ(result.pointsInStands, 4);
   EXPECT_EQ(app.statusBar.messages, (std::vector<std::string>{"Importing Stand ID Values...", "Updating Metadata..."}));
+  EXPECT_EQ(app.yields, 3);  // under 100 points: only one turn per metadata line (two fields, one summary)
   EXPECT_FALSE(app.statusBar.visible);
 }
 
