@@ -62,8 +62,9 @@ PreparedOperation Prepare(const GeoTransformation& t) {
   PJ_CONTEXT* ctx = prepared.ctx.get();
   proj_log_level(ctx, PJ_LOG_NONE);
   proj_context_set_enable_network(ctx, 0);
-  const std::string id = t.authority + ":" + std::to_string(t.code);
-  OperationPtr op(proj_create(ctx, id.c_str()));
+  const std::string code = std::to_string(t.code);
+  OperationPtr op(proj_create_from_database(ctx, t.authority.c_str(), code.c_str(), PJ_CATEGORY_COORDINATE_OPERATION,
+                                            0, nullptr));
   if (!op) {
     throw PlatformError(kErrPlatform, kSource, "Geographic transformation " + Label(t) + " is unknown to PROJ");
   }
