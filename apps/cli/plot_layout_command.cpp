@@ -1,7 +1,407 @@
+// tarnwick plot-layout: lays plot points over stand polygons, after the checks
+// the Plot Layout dialog makes, and prints the run's report.
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "commands.h"
+#include "platform/errors.h"
+#include "plot/plot_run.h"
+#include "presentation/rtf_text.h"
+#include "support/lookups.h"
+#include "support/text_operations.h"
+#include "transforms/transform_search.h"
 
 namespace tarnwick::cli {
 
-void RegisterPlotLayout(CLI::App&, CommandAction&) {}
+namespace {
+
+struct PlotLayoutOptions {
+  std::string stands;
+  std::string standId;
+  std::optional<std::string> selected;
+  std::string units;
+  std::optional<long> plots;
+  std::string plotsField;
+  std::string spacing;
+  std::string spacingFields;
+  std::string ratio = "1:1";
+  std::optional<double> orientation;
+  std::string orientationField;
+  double buffer = 0;
+  std::string bufferUnits;
+  std::optional<long> start;
+  bool startAboveHighest = false;
+  std::string out;
+  std::string into;
+  std::string plotIdField;
+  std::string anchor;
+  std::string anchorCrs;
+  std::string anchorLayer;
+  std::optional<std::string> anchorSelected;
+  std::string report;
+};
+
+platform::FeatureLayer OpenLayer(const std::string& spec) {
+  try {
+    return platform::OpenFeatureLayer(spec);
+  } catch (const platform::PlatformError& e) {
+    throw UsageError(e.what());
+  }
+}
+
+void RequireShape(const platform::FeatureLayer& layer, platform::GeometryType type, const char* what) {
+  if (layer.featureClass->ShapeType() != type) {
+    throw UsageError("The layer '" + layer.name + "' is not a " + what + " layer.");
+  }
+}
+
+void RequireSpatialReference(const platform::FeatureLayer& layer) {
+  bool booError = false;
+  std::string problem;
+  std::optional<platform::SpatialReference> projected;
+  ReturnGCSFromDataset(layer, booError, problem, projected);
+  if (booError) {
+    throw UsageError("There is a problem with the spatial reference for '" + layer.name + "':\n\n  --> " + problem +
+                     "\n\nPlease select a different layer, or fix the spatial reference before running this tool.");
+  }
+}
+
+// The field's index in the layer's class, refused unless it is of a kind the
+// dialog offers for that role.
+int RequireField(const platform::FeatureLayer& layer, const std::string& name, const char* role, bool numericOnly) {
+  const int index = layer.featureClass->FindField(name);
+  if (index < 0) throw UsageError("The layer '" + layer.name + "' has no field '" + name + "' (" + role + ").");
+  const platform::FieldType type = layer.featureClass->Fields().at(static_cast<size_t>(index)).type;
+  if (!(FieldIsNumeric(type) || (!numericOnly && FieldIsString(type)))) {
+    throw UsageError("The field '" + name + "' cannot serve as " + role + ": it must be " +
+                     (numericOnly ? "numeric." : "a text or numeric field."));
+  }
+  return index;
+}
+
+double ParseNumber(const std::string& text, const std::string& what) {
+  try {
+    std::size_t used = 0;
+    const double value = std::stod(TrimBlanks(text), &used);
+    if (used == TrimBlanks(text).size()) return value;
+  } catch (const std::exception&) {
+  }
+  throw UsageError("Invalid value '" + text + "' for " + what + ": a number is expected.");
+}
+
+// "A,B" (or "A:B") into its two parts.
+std::pair<std::string, std::string> SplitPair(const std::string& text, char separator, const std::string& what) {
+  const auto at = text.find(separator);
+  if (at == std::string::npos) throw UsageError("Invalid value '" + text + "' for " + what + ".");
+  return {TrimBlanks(text.substr(0, at)), TrimBlanks(text.substr(at + 1))};
+}
+
+std::string UnitsText(const std::string& text, const char* what) {
+  if (text.empty()) return "";
+  for (const char* units : {"Feet", "Meters", "Chains"}) {
+    if (EqualsIgnoreCase(text, units)) return units;
+  }
+  throw UsageError("Invalid " + std::string(what) + " '" + text + "': feet, meters or chains.");
+}
+
+SpacingRatio ParseRatio(const std::string& text) {
+  if (text == "1:1") return SpacingRatio::Of(SpacingRatioOption::Square);
+  if (text == "1:2") return SpacingRatio::Of(SpacingRatioOption::OneToTwo);
+  if (text == "1:2.5") return SpacingRatio::Of(SpacingRatioOption::OneToTwoPointFive);
+  const auto [x, y] = SplitPair(text, ':', "--ratio");
+  const double xValue = ParseNumber(x, "the X-value of the ratio");
+  const double yValue = ParseNumber(y, "the Y-value of the ratio");
+  if (xValue == 0) throw UsageError("Invalid Value for X-Value of User-Defined Ratio!\n\nPlease specify a non-zero X-value for the X/Y ratio...");
+  if (yValue == 0) throw UsageError("Invalid Value for Y-Value of User-Defined Ratio!\n\nPlease specify a non-zero Y-value for the X/Y ratio...");
+  return SpacingRatio::Of(SpacingRatioOption::UserDefined, xValue, yValue);
+}
+
+SpacingOption BuildSpacing(const PlotLayoutOptions& o, const platform::FeatureLayer& stands) {
+  const int chosen = (o.plots ? 1 : 0) + (o.plotsField.empty() ? 0 : 1) + (o.spacing.empty() ? 0 : 1) +
+                     (o.spacingFields.empty() ? 0 : 1);
+  if (chosen != 1) {
+    throw UsageError("Give exactly one of --plots, --plots-field, --spacing and --spacing-fields.");
+  }
+  const auto& fields = stands.featureClass->Fields();
+  if (o.plots) return PlotsPerPolygon{*o.plots, ParseRatio(o.ratio)};
+  if (!o.plotsField.empty()) {
+    const int index = RequireField(stands, o.plotsField, "plot count", true);
+    return PlotsFromField{index, fields.at(static_cast<size_t>(index)), ParseRatio(o.ratio)};
+  }
+  if (o.units.empty()) {
+    throw UsageError("No Units Specified!\n\nPlease specify the units you wish to use for grid spacing... (--units)");
+  }
+  if (!o.spacing.empty()) {
+    const auto [x, y] = SplitPair(o.spacing, ',', "--spacing (X,Y)");
+    return ManualSpacing{ParseNumber(x, "the X spacing"), ParseNumber(y, "the Y spacing")};
+  }
+  const auto [xName, yName] = SplitPair(o.spacingFields, ',', "--spacing-fields (XF,YF)");
+  const int x = RequireField(stands, xName, "X spacing", true);
+  const int y = RequireField(stands, yName, "Y spacing", true);
+  return SpacingFromFields{x, fields.at(static_cast<size_t>(x)), y, fields.at(static_cast<size_t>(y))};
+}
+
+bool SameGcs(const platform::SpatialReference& a, const platform::SpatialReference& b) {
+  return a.GeographicCoordinateSystem().FactoryCode() == b.GeographicCoordinateSystem().FactoryCode();
+}
+
+// The first ranked transformation between the two sides, with its
+// direction; none when the platform knows no candidate.
+std::optional<platform::GeoTransformation> FindTransformation(CommandContext& context, const SearchObject& from,
+                                                              const SearchObject& to,
+                                                              platform::TransformDirection& direction,
+                                                              const platform::Geometry* at) {
+  std::string message;
+  const TransformList candidates = ReviewAndSortTransforms_ReturnList(context.application, from, to, message, at);
+  if (candidates.empty()) {
+    std::fprintf(stderr, "Note: %s; projecting without a datum transformation.\n",
+                 message.empty() ? "no known transformation" : message.c_str());
+    return std::nullopt;
+  }
+  bool needed = false, booError = false;
+  std::string problem, name1, name2;
+  ReturnFromToTransform(from, to, &candidates.front(), needed, direction, booError, problem, name1, name2);
+  if (booError) throw UsageError(problem);
+  std::fprintf(stderr, "Using the transformation %s (%s).\n", candidates.front().name.c_str(),
+               direction == platform::TransformDirection::Reverse ? "Reverse" : "Forward");
+  return candidates.front();
+}
+
+OutputOption BuildNewOutput(const PlotLayoutOptions& o, CommandContext& context) {
+  const platform::ClassPath path = platform::SplitClassPath(o.out);
+  if (path.name.empty()) throw UsageError("The output '" + o.out + "' names no feature class.");
+  const std::filesystem::path workspace(path.workspace);
+  std::error_code ec;
+  const auto kind = platform::Workspace::KindOfPath(path.workspace);
+  const std::filesystem::path folder =
+      kind == platform::WorkspaceKind::ShapefileFolder ? workspace : workspace.parent_path();
+  if (!folder.empty() && !std::filesystem::is_directory(folder, ec)) {
+    throw UsageError("Specified Directory does not exist!\n\n--> Directory = '" + folder.string() + "'");
+  }
+  try {
+    auto store = platform::Workspace::OpenOrCreate(path.workspace);
+    if (store->NameExists(path.name) && !context.overwrite) {
+      throw UsageError("The feature class '" + path.name + "' already exists in '" + path.workspace +
+                       "'; pass --overwrite to replace it.");
+    }
+  } catch (const platform::PlatformError& e) {
+    throw UsageError(e.what());
+  }
+  return NewPlotClass{o.out, path.workspace, path.name};
+}
+
+OutputOption BuildExistingOutput(const PlotLayoutOptions& o, CommandContext& context,
+                                 const platform::FeatureLayer& stands) {
+  if (o.plotIdField.empty()) throw UsageError("--into needs --plot-id-field.");
+  ExistingPlotLayer existing;
+  existing.layer = OpenLayer(o.into);
+  RequireShape(existing.layer, platform::GeometryType::Point, "point");
+  RequireSpatialReference(existing.layer);
+  existing.plotIdFieldIndex = RequireField(existing.layer, o.plotIdField, "plot ID", false);
+  existing.plotIdField = existing.layer.featureClass->Fields().at(static_cast<size_t>(existing.plotIdFieldIndex));
+  existing.plotIdFieldName = existing.plotIdField.name;
+  existing.startAboveHighest = o.startAboveHighest;
+  const auto standReference = stands.featureClass->GetSpatialReference();
+  const auto pointReference = existing.layer.featureClass->GetSpatialReference();
+  if (standReference.FactoryCode() != pointReference.FactoryCode() && !SameGcs(standReference, pointReference)) {
+    existing.transformation = FindTransformation(context, stands, existing.layer, existing.direction, nullptr);
+  }
+  return existing;
+}
+
+AnchorOption BuildAnchor(const PlotLayoutOptions& o, CommandContext& context, const platform::FeatureLayer& stands,
+                         const platform::SpatialReference& outputReference, const SearchObject& outputSide) {
+  if (!o.anchor.empty() && !o.anchorLayer.empty()) throw UsageError("Give --anchor or --anchor-layer, not both.");
+  if (!o.anchor.empty()) {
+    ClickedAnchor anchor;
+    const auto [x, y] = SplitPair(o.anchor, ',', "--anchor (X,Y)");
+    anchor.x = ParseNumber(x, "the anchor's X-coordinate");
+    anchor.y = ParseNumber(y, "the anchor's Y-coordinate");
+    try {
+      anchor.spatialReference = o.anchorCrs.empty() ? stands.featureClass->GetSpatialReference()
+                                                     : platform::SpatialReference::FromUserInput(o.anchorCrs);
+    } catch (const platform::PlatformError& e) {
+      throw UsageError(e.what());
+    }
+    if (anchor.spatialReference.IsUnknown()) {
+      throw UsageError("Unknown Coordinate System for Anchor Point!\n\nPlease give the anchor's coordinate system (--anchor-crs).");
+    }
+    if (anchor.spatialReference.FactoryCode() != outputReference.FactoryCode() &&
+        !SameGcs(anchor.spatialReference, outputReference)) {
+      const platform::Geometry point = platform::Geometry::MakePoint(anchor.x, anchor.y, anchor.spatialReference);
+      anchor.transformation = FindTransformation(context, anchor.spatialReference, outputSide, anchor.direction, &point);
+    }
+    return anchor;
+  }
+  if (o.anchorLayer.empty()) return NoAnchor{};
+
+  LayerAnchor anchor;
+  anchor.layer = OpenLayer(o.anchorLayer);
+  RequireShape(anchor.layer, platform::GeometryType::Point, "point");
+  RequireSpatialReference(anchor.layer);
+  std::unique_ptr<platform::FeatureCursor> cursor;
+  if (o.anchorSelected) {
+    try {
+      anchor.layer.selection = anchor.layer.featureClass->Select(*o.anchorSelected);
+    } catch (const platform::PlatformError& e) {
+      throw UsageError(e.what());
+    }
+    if (anchor.layer.selection.empty()) throw UsageError("The filter --anchor-selected selects no anchor point.");
+    cursor = anchor.layer.featureClass->SearchOids({anchor.layer.selection.front()});
+    anchor.caption = "Use First Selected Point";
+  } else {
+    cursor = anchor.layer.featureClass->Search();
+    anchor.caption = "Use First Point";
+  }
+  const auto first = cursor->NextFeature();
+  if (!first || first->shape.IsEmpty()) {
+    throw UsageError("Invalid X-Coordinate for Anchor Point!\n\nIt is possible that the first point in '" +
+                     anchor.layer.name + "' is an empty point.  Please select a valid point to use as your anchor point...");
+  }
+  const platform::XY xy = first->shape.PointXY();
+  anchor.x = xy.x;
+  anchor.y = xy.y;
+  anchor.spatialReference = anchor.layer.featureClass->GetSpatialReference();
+  if (anchor.spatialReference.FactoryCode() != outputReference.FactoryCode() &&
+      !SameGcs(anchor.spatialReference, outputReference)) {
+    const platform::Geometry point = platform::Geometry::MakePoint(anchor.x, anchor.y, anchor.spatialReference);
+    anchor.transformation = FindTransformation(context, anchor.layer, outputSide, anchor.direction, &point);
+  }
+  return anchor;
+}
+
+// NAME_report.rtf beside the output's store (in the folder of shapefiles).
+std::string DefaultReportPath(const std::string& workspacePath, const std::string& name) {
+  const std::filesystem::path workspace(workspacePath);
+  const bool folder = platform::Workspace::KindOfPath(workspacePath) == platform::WorkspaceKind::ShapefileFolder;
+  const std::filesystem::path dir = folder ? workspace : workspace.parent_path();
+  return (dir / (name + "_report.rtf")).string();
+}
+
+void WriteReport(const std::string& path, const std::string& rtf) {
+  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  out << rtf;
+  if (!out) std::fprintf(stderr, "tarnwick: could not write the report '%s'\n", path.c_str());
+}
+
+int RunPlotLayout(const PlotLayoutOptions& o, CommandContext& context) {
+  PlotLayoutParameters parameters;
+
+  // Stands.
+  const platform::FeatureLayer stands = OpenLayer(o.stands);
+  RequireShape(stands, platform::GeometryType::Polygon, "polygon");
+  RequireSpatialReference(stands);
+  parameters.stands.layer = stands;
+  parameters.stands.standIdFieldIndex = RequireField(stands, o.standId, "Stand ID", false);
+  parameters.stands.standIdField = stands.featureClass->Fields().at(static_cast<size_t>(parameters.stands.standIdFieldIndex));
+  parameters.stands.doAllStands = !o.selected.has_value();
+  if (o.selected) {
+    try {
+      parameters.stands.layer.selection = stands.featureClass->Select(*o.selected);
+    } catch (const platform::PlatformError& e) {
+      throw UsageError(e.what());
+    }
+    if (parameters.stands.layer.selection.empty()) {
+      std::fprintf(stderr, "Note: the filter selects no stand; plots are laid in every stand.\n");
+    }
+  }
+
+  // Units, spacing, orientation, buffer, first number.
+  parameters.units = UnitsText(o.units, "units");
+  parameters.spacing = BuildSpacing(o, stands);
+  if (o.orientation && !o.orientationField.empty()) {
+    throw UsageError("Give --orientation or --orientation-field, not both.");
+  }
+  if (!o.orientationField.empty()) {
+    const int index = RequireField(stands, o.orientationField, "orientation", true);
+    parameters.orientation = OrientationFromField{index, stands.featureClass->Fields().at(static_cast<size_t>(index))};
+  } else {
+    parameters.orientation = ConstantOrientation{o.orientation.value_or(0)};
+  }
+  parameters.buffer = {o.buffer, UnitsText(o.bufferUnits, "buffer units")};
+  if (o.start && o.startAboveHighest) throw UsageError("Give --start or --start-above-highest, not both.");
+  parameters.firstPlotNumber = o.start.value_or(o.startAboveHighest ? 0 : 1);
+
+  // Output.
+  if (o.out.empty() == o.into.empty()) throw UsageError("Give exactly one of --out and --into.");
+  platform::SpatialReference outputReference = stands.featureClass->GetSpatialReference();
+  SearchObject outputSide = stands;
+  if (!o.out.empty()) {
+    if (o.startAboveHighest) throw UsageError("--start-above-highest needs an existing output (--into).");
+    parameters.output = BuildNewOutput(o, context);
+  } else {
+    parameters.output = BuildExistingOutput(o, context, stands);
+    const auto& layer = std::get<ExistingPlotLayer>(parameters.output).layer;
+    outputReference = layer.featureClass->GetSpatialReference();
+    outputSide = layer;
+  }
+  parameters.anchor = BuildAnchor(o, context, stands, outputReference, outputSide);
+
+  const PlotLayoutResult result = GeneratePlotLayout(context.application, context.document, parameters);
+  if (!result.succeeded) {
+    std::fputs(result.failureReport.c_str(), stdout);
+    std::fputs("\n", stdout);
+    std::fprintf(stderr, "tarnwick: the plot layout failed after %ld plots in %ld stands; the plots written stay.%s\n",
+                 result.plotsWritten, result.standsDone,
+                 result.errorLog && !result.errorLog->path.empty()
+                     ? (" Error log: " + result.errorLog->path).c_str()
+                     : "");
+    return kExitRunFailed;
+  }
+
+  std::string reportPath = o.report;
+  if (reportPath.empty()) {
+    if (const auto* created = std::get_if<NewPlotClass>(&parameters.output)) {
+      reportPath = DefaultReportPath(created->workspacePath, created->datasetName);
+    } else {
+      const auto workspace = result.outputClass->GetWorkspace();
+      reportPath = DefaultReportPath(workspace ? workspace->PathName() : ".", result.outputClass->Name());
+    }
+  }
+  WriteReport(reportPath, result.rtfReport);
+  std::fputs(RtfToPlainText(result.rtfReport).c_str(), stdout);
+  std::fprintf(stderr, "Wrote %ld plots in %ld stands to %s; report: %s\n", result.plotsWritten, result.standsDone,
+               result.outputClass->FullPath().c_str(), reportPath.c_str());
+  return kExitSuccess;
+}
+
+}  // namespace
+
+void RegisterPlotLayout(CLI::App& app, CommandAction& action) {
+  auto o = std::make_shared<PlotLayoutOptions>();
+  auto* sub = app.add_subcommand("plot-layout", "Lay a rotated grid of plot points over stand polygons");
+  sub->add_option("--stands", o->stands, "Stand polygon layer: PATH or PATH|layername=NAME")->required();
+  sub->add_option("--stand-id", o->standId, "Stand ID field")->required();
+  sub->add_option("--selected", o->selected, "Lay plots only in the stands this attribute filter selects");
+  sub->add_option("--units", o->units, "Plot units: feet, meters or chains");
+  sub->add_option("--plots", o->plots, "Number of plots per stand");
+  sub->add_option("--plots-field", o->plotsField, "Field holding each stand's number of plots");
+  sub->add_option("--spacing", o->spacing, "X,Y spacing in plot units");
+  sub->add_option("--spacing-fields", o->spacingFields, "XF,YF: fields holding each stand's X and Y spacing");
+  sub->add_option("--ratio", o->ratio, "X:Y spacing ratio for a plot count: 1:1, 1:2, 1:2.5 or X:Y");
+  sub->add_option("--orientation", o->orientation, "Grid orientation in compass degrees");
+  sub->add_option("--orientation-field", o->orientationField, "Field holding each stand's grid orientation");
+  sub->add_option("--buffer", o->buffer, "Internal buffer distance");
+  sub->add_option("--buffer-units", o->bufferUnits, "Buffer units: feet, meters or chains");
+  sub->add_option("--start", o->start, "First plot number");
+  sub->add_flag("--start-above-highest", o->startAboveHighest, "Number on above the highest plot ID of --into");
+  sub->add_option("--out", o->out, "New point class: dir/name.shp, x.gdb/NAME or x.gpkg/NAME");
+  sub->add_option("--into", o->into, "Existing point layer to add the plots to");
+  sub->add_option("--plot-id-field", o->plotIdField, "Plot ID field of --into");
+  sub->add_option("--anchor", o->anchor, "X,Y of a point the grid must pass through");
+  sub->add_option("--anchor-crs", o->anchorCrs, "Coordinate system of --anchor (default: the stands')");
+  sub->add_option("--anchor-layer", o->anchorLayer, "Point layer whose first (selected) point is the anchor");
+  sub->add_option("--anchor-selected", o->anchorSelected, "Attribute filter selecting the anchor point");
+  sub->add_option("--report", o->report, "RTF report path (default: NAME_report.rtf beside the output)");
+  sub->callback([o, &action] {
+    action = [o](CommandContext& context) { return RunPlotLayout(*o, context); };
+  });
+}
 
 }  // namespace tarnwick::cli

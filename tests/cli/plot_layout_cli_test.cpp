@@ -1,0 +1,149 @@
+// The plot-layout subcommand run as a program on GeoPackage stands.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <sys/wait.h>
+
+#include "platform/workspace.h"
+#include "testkit/temp_dir.h"
+
+namespace tarnwick {
+namespace {
+
+using platform::Field;
+using platform::FieldType;
+using platform::Value;
+
+struct CommandRun {
+  int exitCode = -1;
+  std::string out;
+  std::string err;
+};
+
+CommandRun Tarnwick(const testkit::TempDir& dir, const std::string& arguments) {
+  const std::string out = dir / "stdout.txt";
+  const std::string err = dir / "stderr.txt";
+  const std::string command = std::string("cd '") + dir.path().string() + "' && '" + TARNWICK_EXE + "' " + arguments +
+                              " >'" + out + "' 2>'" + err + "'";
+  const int status = std::system(command.c_str());
+  return CommandRun{WIFEXITED(status) ? WEXITSTATUS(status) : -1, testkit::ReadFile(out), testkit::ReadFile(err)};
+}
+
+std::string Square(double x, double y, double side) {
+  auto p = [](double a, double b) { return std::to_string(a) + " " + std::to_string(b); };
+  return "POLYGON((" + p(x, y) + "," + p(x + side, y) + "," + p(x + side, y + side) + "," + p(x, y + side) + "," +
+         p(x, y) + "))";
+}
+
+// Class Stands (UTM 10N, or no reference) in "stands.gpkg", or in the
+// given store: StandID, Plots.
+void MakeStands(const testkit::TempDir& dir, const std::vector<Value>& ids, bool withReference = true,
+                const std::string& store = "stands.gpkg") {
+  auto workspace = platform::Workspace::OpenOrCreate(dir / store);
+  platform::Workspace::NewFeatureClass spec;
+  spec.name = "Stands";
+  spec.geometryType = platform::GeometryType::Polygon;
+  if (withReference) spec.spatialReference = platform::SpatialReference::FromEpsg(26910);
+  spec.fields = {Field{"StandID", "", FieldType::String, 10}, Field{"Plots", "", FieldType::Integer}};
+  auto stands = workspace->CreateFeatureClass(spec);
+  auto cursor = stands->Insert();
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+    auto buffer = cursor->CreateFeatureBuffer();
+    buffer.shape = platform::Geometry::FromWkt(Square(500000 + 200.0 * i, 4000000, 100), spec.spatialReference);
+    buffer.values[2] = ids[i];
+    buffer.values[3] = Value{std::int64_t{7}};
+    cursor->InsertFeature(buffer);
+  }
+  cursor->Flush();
+}
+
+std::int64_t Count(const std::string& workspace, const std::string& name) {
+  return platform::Workspace::Open(workspace)->OpenFeatureClass(name)->FeatureCount();
+}
+
+const char* kGrid = "plot-layout --stands stands.gpkg --stand-id StandID --units meters --spacing 30,30";
+
+TEST(PlotLayoutCommand, WritesPlotsInEachStoreAndAsksBeforeReplacing) {
+  testkit::TempDir dir;
+  MakeStands(dir, {Value{std::string("A")}, Value{std::string("B")}});
+  std::filesystem::create_directories(dir.path() / "shapes");
+  struct Store {
+    std::string out, workspace, name, report;
+  };
+  const Store stores[] = {{"shapes/plots.shp", "shapes", "plots", "shapes/plots_report.rtf"},
+                          {"out.gdb/Plots", "out.gdb", "Plots", "Plots_report.rtf"},
+                          {"out.gpkg/Plots", "out.gpkg", "Plots", "Plots_report.rtf"}};
+  for (const Store& store : stores) {
+    SCOPED_TRACE(store.out);
+    std::filesystem::remove(dir / "Plots_report.rtf");
+    CommandRun run = Tarnwick(dir, std::string(kGrid) + " --out " + store.out);
+    ASSERT_EQ(run.exitCode, 0) << run.err << run.out;
+    EXPECT_NE(run.out.find("Plot Generation Complete"), std::string::npos);
+    EXPECT_NE(run.out.find("1] Stand 'A': Plot Count = 9 (0 iterations)"), std::string::npos);
+    EXPECT_NE(run.out.find("2] Stand 'B': Plot Count = 9 (0 iterations)"), std::string::npos);
+    EXPECT_EQ(Count(dir / store.workspace, store.name), 18);
+    EXPECT_TRUE(std::filesystem::exists(dir / store.report));
+
+    auto plots = platform::Workspace::Open(dir / store.workspace)->OpenFeatureClass(store.name);
+    auto cursor = plots->Search();
+    const auto first = cursor->NextFeature();
+    ASSERT_TRUE(first.has_value());
+    EXPECT_EQ(platform::ValueToText(first->values.at(plots->FindField("PlotID"))), "1");
+    EXPECT_EQ(platform::ValueToText(first->values.at(plots->FindField("StandID"))), "A");
+
+    // A second run leaves the class alone unless asked to replace it.
+    run = Tarnwick(dir, std::string(kGrid) + " --out " + store.out);
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_NE(run.err.find("already exists"), std::string::npos) << run.err;
+    EXPECT_EQ(Count(dir / store.workspace, store.name), 18);
+    run = Tarnwick(dir, std::string(kGrid) + " --out " + store.out + " --overwrite --report mine.rtf");
+    ASSERT_EQ(run.exitCode, 0) << run.err;
+    EXPECT_EQ(Count(dir / store.workspace, store.name), 18);
+    EXPECT_TRUE(std::filesystem::exists(dir / "mine.rtf"));
+  }
+}
+
+TEST(PlotLayoutCommand, AddsToAnExistingLayerAboveTheHighestNumber) {
+  testkit::TempDir dir;
+  MakeStands(dir, {Value{std::string("A")}});
+  ASSERT_EQ(Tarnwick(dir, std::string(kGrid) + " --out plots.gpkg/Plots").exitCode, 0);
+  const CommandRun run = Tarnwick(dir, "plot-layout --stands stands.gpkg --stand-id StandID --plots-field Plots "
+                                "--into plots.gpkg --plot-id-field PlotID --start-above-highest --orientation 20");
+  ASSERT_EQ(run.exitCode, 0) << run.err;
+  EXPECT_NE(run.out.find("First Plot Starting Number:  10"), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("1] Stand 'A': Plot Count = 7 ("), std::string::npos) << run.out;
+  EXPECT_EQ(Count(dir / "plots.gpkg", "Plots"), 16);
+  EXPECT_TRUE(std::filesystem::exists(dir / "Plots_report.rtf"));
+}
+
+TEST(PlotLayoutCommand, RefusesBadArgumentsAndReportsAFailedRun) {
+  testkit::TempDir dir;
+  MakeStands(dir, {Value{std::string("A")}, Value{}, Value{std::string("C")}});
+
+  // Two spacing options, no units for a spacing, an unknown field.
+  EXPECT_EQ(Tarnwick(dir, std::string(kGrid) + " --plots 5 --out a.gpkg/P").exitCode, 2);
+  EXPECT_EQ(Tarnwick(dir, "plot-layout --stands stands.gpkg --stand-id StandID --spacing 30,30 --out a.gpkg/P").exitCode, 2);
+  EXPECT_EQ(Tarnwick(dir, "plot-layout --stands stands.gpkg --stand-id Nope --plots 5 --out a.gpkg/P").exitCode, 2);
+
+  // A Null stand ID fails the run after the first stand's plots.
+  const CommandRun run = Tarnwick(dir, std::string(kGrid) + " --out out.gpkg/Plots");
+  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_EQ(run.out.rfind("Analysis Failed:", 0), 0u) << run.out;
+  EXPECT_NE(run.out.find("  --> Error Number = 94"), std::string::npos);
+  EXPECT_EQ(Count(dir / "out.gpkg", "Plots"), 9);
+}
+
+TEST(PlotLayoutCommand, RefusesStandsWithoutASpatialReferenceBeforeWriting) {
+  testkit::TempDir dir;
+  MakeStands(dir, {Value{std::string("A")}}, false, "bare");
+  const CommandRun run = Tarnwick(dir, "plot-layout --stands bare/Stands.shp --stand-id StandID --units meters "
+                                       "--spacing 30,30 --out out.gpkg/Plots");
+  EXPECT_EQ(run.exitCode, 2);
+  EXPECT_NE(run.err.find("spatial reference"), std::string::npos) << run.err;
+  EXPECT_FALSE(std::filesystem::exists(dir / "out.gpkg"));
+}
+
+}  // namespace
+}  // namespace tarnwick
