@@ -1,7 +1,131 @@
+// tarnwick transforms: the geographic transformations that join the
+// coordinate systems of two layers (or systems), ranked by how near their
+// area of use lies to the data and how accurate they are.
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include <fmt/core.h>
+
 #include "commands.h"
+#include "presentation/error_handling.h"
+#include "transform_option.h"
+#include "transforms/catalogue.h"
+#include "transforms/transform_search.h"
 
 namespace tarnwick::cli {
 
-void RegisterTransforms(CLI::App&, CommandAction&) {}
+namespace {
+
+struct TransformsOptions {
+  std::string first;
+  std::string second;
+  std::vector<double> at;  // X,Y in the first one's coordinate system
+};
+
+std::string GcsLine(const SearchObject& object) {
+  const auto sr = SpatialReferenceOf(object);
+  const auto gcs = sr.GeographicCoordinateSystem();
+  return fmt::format("{} on {} ({})", DisplayName(object), gcs.Name(), gcs.FactoryCode());
+}
+
+std::string Number(double value) { return fmt::format("{:.6g}", value); }
+
+void PrintRanking(const TransformRanking& ranking) {
+  if (ranking.measured) {
+    std::printf("Ranked at longitude %.6f, latitude %.6f (measure = distance in km x accuracy; "
+                "10000 when the catalogue does not know it)\n\n",
+                ranking.lon, ranking.lat);
+  } else {
+    std::printf("Not ranked: %s\n\n", ranking.entries.size() < 2 ? "a single candidate"
+                                                                 : "no location to rank at (give --at X,Y)");
+  }
+  std::printf("%4s  %-58s  %-12s  %8s  %13s  %10s  %s\n", "Rank", "Name", "Code", "Accuracy", "Distance (km)",
+              "Measure", "Area of use");
+  int rank = 0;
+  for (const auto& e : ranking.entries) {
+    const auto& t = e.transformation;
+    const std::string code = t.authority + ":" + std::to_string(t.code);
+    const bool known = e.row != nullptr;
+    const std::string accuracy = known ? e.row->accuracy : "-";
+    const std::string distance = ranking.measured && known ? fmt::format("{:.1f}", e.distanceKm) : "-";
+    const std::string measure = ranking.measured ? Number(e.measure) : "-";
+    const std::string area = known ? e.row->area : "(not in the catalogue)";
+    std::printf("%4d  %-58s  %-12s  %8s  %13s  %10s  %s\n", ++rank, t.name.c_str(), code.c_str(), accuracy.c_str(),
+                distance.c_str(), measure.c_str(), area.c_str());
+  }
+}
+
+int RunTransforms(const TransformsOptions& options, CommandContext& context) {
+  const SearchObject first = ParseLayerOrSpatialReference(options.first);
+  const SearchObject second = ParseLayerOrSpatialReference(options.second);
+  try {
+    bool error = false;
+    bool same = false;
+    std::string message;
+    std::string name1 = DisplayName(first);
+    std::string name2 = DisplayName(second);
+    const auto list =
+        ReturnArrayOfTransformsForSpRefs(context.application, first, second, error, message, same, name1, name2);
+    if (!list) throw UsageError("No search: " + message);
+    std::printf("From: %s\nTo:   %s\n", GcsLine(first).c_str(), GcsLine(second).c_str());
+    if (same) {
+      std::printf("Both lie on the same geographic coordinate system: no transformation is needed.\n");
+      return kExitSuccess;
+    }
+    if (list->empty()) {
+      std::printf("<-- No Known Transformations for these two GCSs -->\n");
+      return kExitSuccess;
+    }
+    // Rank at the given point, else at the first (or else the second) layer's data.
+    std::optional<platform::Geometry> point;
+    const platform::FeatureLayer* dataset = std::get_if<platform::FeatureLayer>(&first);
+    if (options.at.size() == 2) {
+      point = platform::Geometry::MakePoint(options.at[0], options.at[1], SpatialReferenceOf(first));
+      dataset = nullptr;
+    } else if (dataset == nullptr) {
+      dataset = std::get_if<platform::FeatureLayer>(&second);
+    }
+    TransformRanking ranking;
+    if (dataset == nullptr && !point && list->size() > 1) {
+      for (const auto& t : *list) {
+        const auto& coll = ReturnTransformColl();
+        auto row = coll.find(std::to_string(t.code));
+        ranking.entries.push_back({t, "", row == coll.end() ? nullptr : &row->second, 0, 0, 0});
+      }
+    } else {
+      ranking = RankTransformsByDatasetCentroid(context.application, *list, dataset, ReturnTransformColl(),
+                                                ReturnTransformColl2(), point ? &*point : nullptr);
+    }
+    std::printf("%zu candidate%s\n", list->size(), list->size() == 1 ? "" : "s");
+    PrintRanking(ranking);
+    return kExitSuccess;
+  } catch (const UsageError&) {
+    throw;
+  } catch (...) {
+    const ErrorLog log = HandleErrorAtEntryPoint("RunTransforms", "TransformsCommand", &context.application,
+                                                 &context.document);
+    std::fprintf(stderr, "tarnwick transforms failed%s\n",
+                 log.path.empty() ? "" : ("; error log: " + log.path).c_str());
+    return kExitRunFailed;
+  }
+}
+
+}  // namespace
+
+void RegisterTransforms(CLI::App& app, CommandAction& action) {
+  auto options = std::make_shared<TransformsOptions>();
+  auto* sub = app.add_subcommand(
+      "transforms", "List the geographic transformations between two layers or coordinate systems, ranked");
+  sub->add_option("FIRST", options->first, "Layer (PATH or PATH|layername=NAME) or coordinate system (EPSG:4267)")
+      ->required();
+  sub->add_option("SECOND", options->second, "Layer or coordinate system")->required();
+  sub->add_option("--at", options->at, "Rank at X,Y, given in the first one's coordinate system")
+      ->delimiter(',')
+      ->expected(2);
+  sub->callback([options, &action] {
+    action = [options](CommandContext& context) { return RunTransforms(*options, context); };
+  });
+}
 
 }  // namespace tarnwick::cli

@@ -1,0 +1,149 @@
+// The transforms subcommand run as a program, and the --transform option's
+// resolution as a library call.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+#include <sys/wait.h>
+
+#include "platform/workspace.h"
+#include "testkit/temp_dir.h"
+#include "transform_option.h"
+
+namespace tarnwick {
+namespace {
+
+struct CommandRun {
+  int exitCode = -1;
+  std::string out;
+  std::string err;
+};
+
+CommandRun Tarnwick(const testkit::TempDir& dir, const std::string& arguments) {
+  const std::string out = dir / "stdout.txt";
+  const std::string err = dir / "stderr.txt";
+  const std::string command = std::string("cd '") + dir.path().string() + "' && '" + TARNWICK_EXE + "' " + arguments +
+                              " >'" + out + "' 2>'" + err + "'";
+  const int status = std::system(command.c_str());
+  return CommandRun{WIFEXITED(status) ? WEXITSTATUS(status) : -1, testkit::ReadFile(out), testkit::ReadFile(err)};
+}
+
+// "alaska.gpkg" with class Stands: one square near Anchorage in NAD 1927.
+void MakeAlaskaStands(const testkit::TempDir& dir) {
+  auto workspace = platform::Workspace::OpenOrCreate(dir / "alaska.gpkg");
+  platform::Workspace::NewFeatureClass spec;
+  spec.name = "Stands";
+  spec.geometryType = platform::GeometryType::Polygon;
+  spec.spatialReference = platform::SpatialReference::FromEpsg(4267);
+  auto stands = workspace->CreateFeatureClass(spec);
+  auto cursor = stands->Insert();
+  auto buffer = cursor->CreateFeatureBuffer();
+  buffer.shape = platform::Geometry::FromWkt("POLYGON((-150 61,-150 61.5,-149.5 61.5,-149.5 61,-150 61))",
+                                             spec.spatialReference);
+  cursor->InsertFeature(buffer);
+  cursor->Flush();
+}
+
+// The first table row: "   1  NAME ...".
+std::string FirstRow(const std::string& out) {
+  const auto at = out.find("\n   1  ");
+  return at == std::string::npos ? "" : out.substr(at + 1, out.find('\n', at + 1) - at - 1);
+}
+
+TEST(TransformsCommand, RanksAtTheGivenPlaceOrAtTheData) {
+  testkit::TempDir dir;
+  auto mojave = Tarnwick(dir, "transforms EPSG:4267 EPSG:26910 --at -115.5,35");
+  ASSERT_EQ(mojave.exitCode, 0) << mojave.err;
+  EXPECT_NE(mojave.out.find("To:   NAD_1983_UTM_Zone_10N on GCS_North_American_1983 (4269)"), std::string::npos)
+      << mojave.out;
+  EXPECT_NE(mojave.out.find("Ranked at longitude -115.500000, latitude 35.000000"), std::string::npos);
+  const std::string first = FirstRow(mojave.out);
+  EXPECT_NE(first.find("NAD_1927_To_NAD_1983_NADCON"), std::string::npos) << mojave.out;
+  EXPECT_NE(first.find("EPSG:1241"), std::string::npos);
+  EXPECT_NE(first.find("0.15"), std::string::npos);
+  EXPECT_NE(first.find("1636.9"), std::string::npos);
+  EXPECT_NE(first.find("245.535"), std::string::npos);
+  EXPECT_NE(first.find("USA - CONUS including EEZ"), std::string::npos);
+
+  MakeAlaskaStands(dir);
+  auto alaska = Tarnwick(dir, "transforms alaska.gpkg/Stands EPSG:4269");
+  ASSERT_EQ(alaska.exitCode, 0) << alaska.err;
+  EXPECT_NE(FirstRow(alaska.out).find("NAD_1927_To_NAD_1983_Alaska"), std::string::npos) << alaska.out;
+}
+
+TEST(TransformsCommand, SameSystemNoneKnownAndBadInput) {
+  testkit::TempDir dir;
+  auto same = Tarnwick(dir, "transforms EPSG:4269 EPSG:26910");
+  EXPECT_EQ(same.exitCode, 0);
+  EXPECT_NE(same.out.find("no transformation is needed"), std::string::npos) << same.out;
+
+  // Two systems no predefined transformation joins.
+  auto none = Tarnwick(dir, "transforms EPSG:4272 EPSG:4267");
+  EXPECT_EQ(none.exitCode, 0) << none.err;
+  EXPECT_NE(none.out.find("<-- No Known Transformations for these two GCSs -->"), std::string::npos) << none.out;
+
+  auto bad = Tarnwick(dir, "transforms nonsense EPSG:4269");
+  EXPECT_EQ(bad.exitCode, 2);
+  EXPECT_NE(bad.err.find("'nonsense' is neither an existing layer nor a coordinate system"), std::string::npos);
+}
+
+struct OptionRun {
+  platform::host::TerminalApplication application{stderr};
+  platform::host::MapDocument document{"", "Untitled"};
+  cli::CommandContext context{application, document};
+  cli::TransformOption option;
+
+  cli::ResolvedTransform Resolve(const std::string& value, const char* from, const char* to) {
+    CLI::App app;
+    option.AddTo(app);
+    std::vector<std::string> args = {"--transform", value};
+    std::reverse(args.begin(), args.end());
+    app.parse(args);
+    return option.Resolve(context, platform::SpatialReference::FromUserInput(from),
+                          platform::SpatialReference::FromUserInput(to));
+  }
+};
+
+TEST(TransformOption, AutoFollowsTheToolsSequenceAndNamesAreChecked) {
+  OptionRun run;
+  // auto: the first candidate in the platform's order, stored in the map.
+  auto chosen = run.Resolve("auto", "EPSG:26710", "EPSG:4269");
+  ASSERT_TRUE(chosen.transformation);
+  EXPECT_EQ(chosen.transformation->code, 1241);
+  EXPECT_EQ(chosen.direction, platform::TransformDirection::Forward);
+  EXPECT_TRUE(chosen.needed);
+  EXPECT_EQ(run.document.FocusMap().Transformations().size(), 2u);
+  // The other way round it comes from the map, reversed.
+  auto back = run.Resolve("auto", "EPSG:4269", "EPSG:4267");
+  ASSERT_TRUE(back.transformation);
+  EXPECT_EQ(back.direction, platform::TransformDirection::Reverse);
+  EXPECT_FALSE(run.Resolve("auto", "EPSG:4269", "EPSG:26910").needed);
+  EXPECT_FALSE(run.Resolve("none", "EPSG:4267", "EPSG:4269").transformation);
+
+  auto named = run.Resolve("NAD_1927_To_NAD_1983_Alaska:reverse", "EPSG:4269", "EPSG:4267");
+  EXPECT_EQ(named.transformation->code, 1243);
+  EXPECT_EQ(named.direction, platform::TransformDirection::Reverse);
+  EXPECT_EQ(run.Resolve("1243", "EPSG:4267", "EPSG:4269").direction, platform::TransformDirection::Forward);
+
+  EXPECT_THROW(run.Resolve("1243:reverse", "EPSG:4267", "EPSG:4269"), cli::UsageError);
+  EXPECT_THROW(run.Resolve("No_Such_Thing", "EPSG:4267", "EPSG:4269"), cli::UsageError);
+  try {
+    run.Resolve("Tokyo_To_WGS_1984_1", "EPSG:26710", "EPSG:4269");
+    FAIL() << "a transformation that joins neither system was accepted";
+  } catch (const cli::UsageError& e) {
+    EXPECT_EQ(std::string(e.what()),
+              "There appear to be problems with the geographic transformation you selected:\n"
+              "  --> Transformation = 'Tokyo_To_WGS_1984_1'\n\n"
+              "  1] This transformation does not appear to be designed for your layer "
+              "'NAD_1927_UTM_Zone_10N'\n"
+              "    --> Projected Coordinate System = NAD_1927_UTM_Zone_10N\n"
+              "    --> Geographic Coordinate System = NAD_1927_UTM_Zone_10N\n"
+              "  2] This transformation does not appear to be designed for your layer "
+              "'GCS_North_American_1983' coordinate system!\n"
+              "    --> Coordinate System = GCS_North_American_1983\n");
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick
