@@ -26,6 +26,18 @@ DatasetPtr OpenUpdate(const std::string& path) {
   return ds;
 }
 
+OGRLayer& LayerOf(GDALDataset& ds, const std::string& path, const std::string& name) {
+  auto* layer = ds.GetLayerByName(name.c_str());
+  if (!layer) throw std::runtime_error("no class " + name + " in " + path);
+  return *layer;
+}
+
+int FieldOf(OGRLayer& layer, const std::string& field) {
+  const int index = layer.GetLayerDefn()->GetFieldIndex(field.c_str());
+  if (index < 0) throw std::runtime_error("no field " + field + " in " + layer.GetName());
+  return index;
+}
+
 }  // namespace
 
 double GdalWritePoints(const std::string& gpkgPath, const std::string& layerName,
@@ -75,9 +87,13 @@ double GdalReadPoints(const std::string& gpkgPath, const std::string& layerName)
 double GdalReadAndWriteField(const std::string& gpkgPath, const std::string& layerName, const std::string& field) {
   const auto start = Clock::now();
   auto ds = OpenUpdate(gpkgPath);
-  auto* layer = ds->GetLayerByName(layerName.c_str());
-  const int index = layer->GetLayerDefn()->GetFieldIndex(field.c_str());
-  if (index < 0) throw std::runtime_error("no field " + field);
+  auto* layer = &LayerOf(*ds, gpkgPath, layerName);
+  if (layer->GetLayerDefn()->GetFieldIndex(field.c_str()) < 0) {
+    OGRFieldDefn added(field.c_str(), OFTString);
+    added.SetWidth(16);
+    if (layer->CreateField(&added) != OGRERR_NONE) throw std::runtime_error("cannot add field " + field);
+  }
+  const int index = FieldOf(*layer, field);
   ds->StartTransaction();
   layer->ResetReading();
   for (auto& feature : *layer) {
@@ -86,6 +102,38 @@ double GdalReadAndWriteField(const std::string& gpkgPath, const std::string& lay
   }
   ds->CommitTransaction();
   return Since(start);
+}
+
+std::vector<platform::XY> GdalReadPointXY(const std::string& gpkgPath, const std::string& layerName) {
+  auto ds = OpenUpdate(gpkgPath);
+  std::vector<platform::XY> points;
+  for (auto& feature : LayerOf(*ds, gpkgPath, layerName)) {
+    if (auto* g = feature->GetGeometryRef(); g && wkbFlatten(g->getGeometryType()) == wkbPoint) {
+      points.push_back({g->toPoint()->getX(), g->toPoint()->getY()});
+    }
+  }
+  return points;
+}
+
+std::unordered_map<std::string, long> GdalCountByField(const std::string& gpkgPath, const std::string& layerName,
+                                                       const std::string& field) {
+  auto ds = OpenUpdate(gpkgPath);
+  auto& layer = LayerOf(*ds, gpkgPath, layerName);
+  const int index = FieldOf(layer, field);
+  std::unordered_map<std::string, long> counts;
+  for (auto& feature : layer) ++counts[feature->GetFieldAsString(index)];
+  return counts;
+}
+
+std::unordered_map<std::string, long> GdalReadKeyedIntegers(const std::string& gpkgPath, const std::string& layerName,
+                                                            const std::string& keyField,
+                                                            const std::string& valueField) {
+  auto ds = OpenUpdate(gpkgPath);
+  auto& layer = LayerOf(*ds, gpkgPath, layerName);
+  const int key = FieldOf(layer, keyField), value = FieldOf(layer, valueField);
+  std::unordered_map<std::string, long> values;
+  for (auto& feature : layer) values[feature->GetFieldAsString(key)] = feature->GetFieldAsInteger(value);
+  return values;
 }
 
 }  // namespace tarnwick::bench

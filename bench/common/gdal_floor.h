@@ -2,6 +2,7 @@
 // GDAL alone doing the I/O a tool does: the floor a tool's figures are
 // compared with. Each returns the seconds it took.
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/geometry.h"
@@ -14,7 +15,19 @@ double GdalWritePoints(const std::string& gpkgPath, const std::string& layer, co
                        int epsg);
 // Reads every feature of the class with its geometry and attributes.
 double GdalReadPoints(const std::string& gpkgPath, const std::string& layer);
-// Reads every feature and writes one text field of each, in one transaction.
+// Reads every feature and writes one text field of each, in one transaction;
+// adds the field (text, 16 wide) first when the class lacks it, as a tool
+// that clones a field must.
 double GdalReadAndWriteField(const std::string& gpkgPath, const std::string& layer, const std::string& field);
+
+// Helpers for checking what a tool wrote (not timed).
+std::vector<platform::XY> GdalReadPointXY(const std::string& gpkgPath, const std::string& layer);
+// Number of features per value of a field (read as text).
+std::unordered_map<std::string, long> GdalCountByField(const std::string& gpkgPath, const std::string& layer,
+                                                       const std::string& field);
+// The integer valueField of every feature, keyed by keyField (read as text).
+std::unordered_map<std::string, long> GdalReadKeyedIntegers(const std::string& gpkgPath, const std::string& layer,
+                                                            const std::string& keyField,
+                                                            const std::string& valueField);
 
 }  // namespace tarnwick::bench

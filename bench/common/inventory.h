@@ -20,5 +20,9 @@ void WriteRandomPoints(const std::string& gpkgPath, const std::string& layer, st
                        const InventoryExtent& extent, std::uint64_t seed);
 
 double PeakRssMiB();  // the process's peak resident memory so far
+// Starts a new peak: PeakRssMiB then reports the peak since this call (the
+// current resident size at first). False when the system does not allow it.
+bool ResetPeakRss();
+double CurrentRssMiB();
 
 }  // namespace tarnwick::bench
