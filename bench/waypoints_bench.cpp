@@ -1,0 +1,93 @@
+// Waypoint file of every point of a generated GeoPackage class, against GDAL
+// alone reading the same class.
+//
+//   waypoints_bench [POINTS=1000000] [WORK_FOLDER=fresh folder under /tmp]
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <string>
+
+#include <fmt/format.h>
+
+#include "common/bench_frame.h"
+#include "common/gdal_floor.h"
+#include "common/inventory.h"
+#include "common/quiet_application.h"
+#include "platform/host/map_document.h"
+#include "waypoints/create_waypoint_file.h"
+#include "waypoints/duplicate_plot_ids.h"
+
+namespace tarnwick::bench {
+namespace {
+
+constexpr std::uint64_t kSeed = 20261123;
+
+int Main(int argc, char** argv) {
+  const std::int64_t pointCount = CountArgument(argc, argv, 1, 1000000);
+  const std::string folder = WorkFolder(argc, argv, 2, "waypoints_bench");
+  const std::string pointsPath = folder + "/points.gpkg";
+  const std::string wayPath = folder + "/points.way";
+  fmt::print("waypoints_bench: {} points, work folder {}\n", pointCount, folder);
+  for (const auto& path : {pointsPath, wayPath}) std::filesystem::remove(path);
+
+  // Points over about 100 km by 100 km of UTM zone 10N.
+  const Stopwatch generationWatch;
+  WriteRandomPoints(pointsPath, "Plots", pointCount, {400000, 4800000, 500000, 4900000}, kSeed);
+  const double generationSeconds = generationWatch.Seconds();
+  const double floorSeconds = GdalReadPoints(pointsPath, "Plots");
+  const double baselineRss = CurrentRssMiB();
+
+  WaypointParameters parameters;
+  parameters.pointLayer = platform::OpenFeatureLayer(pointsPath + "|layername=Plots");
+  auto& featureClass = *parameters.pointLayer.featureClass;
+  parameters.plotIdField = featureClass.Fields().at(static_cast<size_t>(featureClass.FindField("PlotID")));
+  parameters.elevationField = featureClass.Fields().at(static_cast<size_t>(featureClass.FindField("Elevation")));
+  parameters.convertAll = true;
+  parameters.outputPath = wayPath;
+
+  // The command line checks the Plot IDs for duplicates before converting.
+  const Stopwatch checkWatch;
+  {
+    auto cursor = featureClass.Search();
+    const std::string problems =
+        CheckForDuplicatePlotIDs(*cursor, featureClass.FindField("PlotID"), featureClass.FeatureCount());
+    if (!problems.empty()) throw std::runtime_error("duplicate plot IDs:\n" + problems);
+  }
+  const double checkSeconds = checkWatch.Seconds();
+
+  QuietApplication application;
+  platform::host::MapDocument document("", "bench");
+  ResetPeakRss();
+  const Stopwatch watch;
+  const WaypointResult result = CreateWaypointFile(application, &document, parameters);
+  const double toolSeconds = watch.Seconds();
+  const double toolPeakRss = PeakRssMiB();
+  if (!result.Succeeded()) throw std::runtime_error("the waypoint conversion failed:\n" + result.errorText);
+
+  FigureTable table("waypoint file of every point (PlotID, Elevation; UTM 10N to WGS 1984)");
+  table.Add("records written", fmt::format("{}", result.records));
+  table.Add("tool seconds", toolSeconds, 2, "s");
+  table.Add("points/s", fmt::format("{:.0f}/s", static_cast<double>(result.records) / toolSeconds));
+  table.Add("floor: GDAL reads the points", floorSeconds, 2, "s");
+  table.Add("floor points/s", fmt::format("{:.0f}/s", static_cast<double>(pointCount) / floorSeconds));
+  table.Add("ratio tool/floor", RatioText(toolSeconds, floorSeconds, 1.5));
+  table.Add("file size", fmt::format("{:.1f} MiB ({} bytes)", FileSize(wayPath) / 1048576.0, FileSize(wayPath)));
+  table.Add("duplicate Plot ID check (before)", checkSeconds, 2, "s");
+  table.Add("points generation", generationSeconds, 2, "s");
+  table.Add("resident before the run", baselineRss, 1, "MiB");
+  table.Add("peak resident during the run", toolPeakRss, 1, "MiB");
+  table.Print();
+  return 0;
+}
+
+}  // namespace
+}  // namespace tarnwick::bench
+
+int main(int argc, char** argv) {
+  try {
+    return tarnwick::bench::Main(argc, argv);
+  } catch (const std::exception& e) {
+    std::fprintf(stderr, "waypoints_bench: %s\n", e.what());
+    return 1;
+  }
+}
