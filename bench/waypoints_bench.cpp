@@ -6,6 +6,7 @@
 #include <exception>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include <fmt/format.h>
 
@@ -16,11 +17,58 @@
 #include "platform/host/map_document.h"
 #include "waypoints/create_waypoint_file.h"
 #include "waypoints/duplicate_plot_ids.h"
+#include "waypoints/waypoint_record.h"
 
 namespace tarnwick::bench {
 namespace {
 
 constexpr std::uint64_t kSeed = 20261123;
+
+// Where the tool's time per point goes: each step it takes for every point,
+// timed alone on the same points (read back with GDAL first, not timed).
+void PrintCostBreakdown(const std::string& pointsPath, double toolSeconds) {
+  const auto points = GdalReadPointXY(pointsPath, "Plots");
+  const auto utm = platform::SpatialReference::FromEpsg(26910);
+  const auto wgs84 = platform::SpatialReference::FromEpsg(4326);
+  const double n = static_cast<double>(points.size());
+  std::vector<platform::XY> geographic;
+  geographic.reserve(points.size());
+
+  const Stopwatch projectWatch;
+  for (const auto& p : points) {
+    const platform::Geometry point = platform::Geometry::MakePoint(p.x, p.y, utm);
+    geographic.push_back(point.Project(wgs84).PointXY());
+  }
+  const double projectSeconds = projectWatch.Seconds();
+
+  std::size_t bytes = 0;
+  const Stopwatch formatWatch;
+  for (const auto& g : geographic) bytes += FormatWaypointCoordinate(g.y).size() + FormatWaypointCoordinate(g.x).size();
+  const double formatSeconds = formatWatch.Seconds();
+
+  long long sum = 0;
+  const Stopwatch roundWatch;
+  for (const auto& g : geographic) sum += RoundDecimalHalfAway(g.y * 1e4) + RoundDecimalHalfAway(g.x * 1e4);
+  const double roundSeconds = roundWatch.Seconds();
+
+  const platform::Value plotId = std::int64_t{123456};
+  const std::optional<platform::Value> elevation = platform::Value{812.0};
+  const Stopwatch recordWatch;
+  for (const auto& g : geographic) bytes += FormatWaypointRecord(plotId, g.y, g.x, elevation, std::nullopt).size();
+  const double recordSeconds = recordWatch.Seconds();
+
+  auto row = [&](FigureTable& table, const std::string& label, double seconds) {
+    table.Add(label, fmt::format("{:.2f} s  {:.2f} us/point  {:.0f}% of the tool", seconds, 1e6 * seconds / n,
+                                 100 * seconds / toolSeconds));
+  };
+  FigureTable table("cost breakdown: steps of the tool timed alone on the same points");
+  row(table, "make point + Project to WGS 1984", projectSeconds);
+  row(table, "FormatWaypointRecord", recordSeconds);
+  row(table, "  of which 2 x FormatWaypointCoordinate", formatSeconds);
+  row(table, "  of which 2 x RoundDecimalHalfAway", roundSeconds);
+  table.Add("(checksums)", fmt::format("{} {}", bytes, sum));
+  table.Print();
+}
 
 int Main(int argc, char** argv) {
   const std::int64_t pointCount = CountArgument(argc, argv, 1, 1000000);
@@ -77,6 +125,7 @@ int Main(int argc, char** argv) {
   table.Add("resident before the run", baselineRss, 1, "MiB");
   table.Add("peak resident during the run", toolPeakRss, 1, "MiB");
   table.Print();
+  PrintCostBreakdown(pointsPath, toolSeconds);
   return 0;
 }
 
