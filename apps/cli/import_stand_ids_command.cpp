@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "commands.h"
+#include "transform_option.h"
 #include "platform/errors.h"
 #include "presentation/rtf_text.h"
 #include "standids/import_stand_id_values.h"
@@ -27,6 +28,7 @@ namespace {
 namespace fs = std::filesystem;
 
 struct ImportOptions {
+  TransformOption transform;
   std::string stands;
   std::string standId;
   std::vector<std::string> attributes;
@@ -127,7 +129,7 @@ std::string DefaultReportPath(const platform::FeatureClass& points) {
   return (folder / (points.Name() + "_standids_report.rtf")).string();
 }
 
-int RunImportStandIds(const ImportOptions& options, CommandContext& context) {
+int RunImportStandIds(ImportOptions& options, CommandContext& context) {
   if (options.clone == !options.pointField.empty()) {
     throw UsageError("Give either --point-field F (an existing point field) or --clone.");
   }
@@ -182,12 +184,10 @@ int RunImportStandIds(const ImportOptions& options, CommandContext& context) {
     throw UsageError("The stand layer '" + stands.name + "' has invalid polygons (stand OIDs " + Joined(oids) +
                      "); repair their geometry first. Nothing was changed.");
   }
-  const auto standGcs = stands.featureClass->GetSpatialReference().GeographicCoordinateSystem().FactoryCode();
-  const auto pointGcs = points.featureClass->GetSpatialReference().GeographicCoordinateSystem().FactoryCode();
-  if (standGcs != pointGcs) {
-    std::fprintf(stderr, "Note: the stands and the points lie on different geographic coordinate systems; the points "
-                         "are projected without a datum transformation.\n");
-  }
+  // The overlay runs in the stands' coordinates: points are taken to them.
+  const ResolvedTransform resolved = options.transform.Resolve(context, points, stands);
+  parameters.transformation = resolved.transformation;
+  parameters.direction = resolved.direction;
 
   const TransferStandIDResult result = ImportStandIDValues(context.application, &context.document, parameters);
   if (!result.Succeeded()) {
@@ -232,6 +232,7 @@ void RegisterImportStandIds(CLI::App& app, CommandAction& action) {
   auto* clone = sub->add_flag("--clone", options->clone, "Add a copy of the Stand ID field to the points");
   pointField->excludes(clone);
   sub->add_option("--report", options->report, "RTF report path (default: beside the point class)");
+  options->transform.AddTo(*sub);
   sub->callback([options, &action] {
     action = [options](CommandContext& context) { return RunImportStandIds(*options, context); };
   });

@@ -15,6 +15,7 @@
 #include "presentation/rtf_text.h"
 #include "support/lookups.h"
 #include "support/text_operations.h"
+#include "transform_option.h"
 #include "transforms/transform_search.h"
 
 namespace tarnwick::cli {
@@ -45,6 +46,7 @@ struct PlotLayoutOptions {
   std::string anchorLayer;
   std::optional<std::string> anchorSelected;
   std::string report;
+  TransformOption transform;
 };
 
 platform::FeatureLayer OpenLayer(const std::string& spec) {
@@ -147,30 +149,15 @@ SpacingOption BuildSpacing(const PlotLayoutOptions& o, const platform::FeatureLa
   return SpacingFromFields{x, fields.at(static_cast<size_t>(x)), y, fields.at(static_cast<size_t>(y))};
 }
 
-bool SameGcs(const platform::SpatialReference& a, const platform::SpatialReference& b) {
-  return a.GeographicCoordinateSystem().FactoryCode() == b.GeographicCoordinateSystem().FactoryCode();
-}
-
-// The first ranked transformation between the two sides, with its
-// direction; none when the platform knows no candidate.
-std::optional<platform::GeoTransformation> FindTransformation(CommandContext& context, const SearchObject& from,
-                                                              const SearchObject& to,
+// The transformation the --transform option settles on between the two
+// sides, with its direction; none when none is needed or known.
+std::optional<platform::GeoTransformation> FindTransformation(TransformOption& option, CommandContext& context,
+                                                              const SearchObject& from, const SearchObject& to,
                                                               platform::TransformDirection& direction,
                                                               const platform::Geometry* at) {
-  std::string message;
-  const TransformList candidates = ReviewAndSortTransforms_ReturnList(context.application, from, to, message, at);
-  if (candidates.empty()) {
-    std::fprintf(stderr, "Note: %s; projecting without a datum transformation.\n",
-                 message.empty() ? "no known transformation" : message.c_str());
-    return std::nullopt;
-  }
-  bool needed = false, booError = false;
-  std::string problem, name1, name2;
-  ReturnFromToTransform(from, to, &candidates.front(), needed, direction, booError, problem, name1, name2);
-  if (booError) throw UsageError(problem);
-  std::fprintf(stderr, "Using the transformation %s (%s).\n", candidates.front().name.c_str(),
-               direction == platform::TransformDirection::Reverse ? "Reverse" : "Forward");
-  return candidates.front();
+  const ResolvedTransform resolved = option.Resolve(context, from, to, at);
+  direction = resolved.direction;
+  return resolved.transformation;
 }
 
 OutputOption BuildNewOutput(const PlotLayoutOptions& o, CommandContext& context) {
@@ -196,7 +183,7 @@ OutputOption BuildNewOutput(const PlotLayoutOptions& o, CommandContext& context)
   return NewPlotClass{o.out, path.workspace, path.name};
 }
 
-OutputOption BuildExistingOutput(const PlotLayoutOptions& o, CommandContext& context,
+OutputOption BuildExistingOutput(PlotLayoutOptions& o, CommandContext& context,
                                  const platform::FeatureLayer& stands) {
   if (o.plotIdField.empty()) throw UsageError("--into needs --plot-id-field.");
   ExistingPlotLayer existing;
@@ -207,16 +194,13 @@ OutputOption BuildExistingOutput(const PlotLayoutOptions& o, CommandContext& con
   existing.plotIdField = existing.layer.featureClass->Fields().at(static_cast<size_t>(existing.plotIdFieldIndex));
   existing.plotIdFieldName = existing.plotIdField.name;
   existing.startAboveHighest = o.startAboveHighest;
-  const auto standReference = stands.featureClass->GetSpatialReference();
-  const auto pointReference = existing.layer.featureClass->GetSpatialReference();
-  if (standReference.FactoryCode() != pointReference.FactoryCode() && !SameGcs(standReference, pointReference)) {
-    existing.transformation = FindTransformation(context, stands, existing.layer, existing.direction, nullptr);
-  }
+  existing.transformation =
+      FindTransformation(o.transform, context, stands, existing.layer, existing.direction, nullptr);
   return existing;
 }
 
-AnchorOption BuildAnchor(const PlotLayoutOptions& o, CommandContext& context, const platform::FeatureLayer& stands,
-                         const platform::SpatialReference& outputReference, const SearchObject& outputSide) {
+AnchorOption BuildAnchor(PlotLayoutOptions& o, CommandContext& context, const platform::FeatureLayer& stands,
+                         const SearchObject& outputSide) {
   if (!o.anchor.empty() && !o.anchorLayer.empty()) throw UsageError("Give --anchor or --anchor-layer, not both.");
   if (!o.anchor.empty()) {
     ClickedAnchor anchor;
@@ -232,11 +216,9 @@ AnchorOption BuildAnchor(const PlotLayoutOptions& o, CommandContext& context, co
     if (anchor.spatialReference.IsUnknown()) {
       throw UsageError("Unknown Coordinate System for Anchor Point!\n\nPlease give the anchor's coordinate system (--anchor-crs).");
     }
-    if (anchor.spatialReference.FactoryCode() != outputReference.FactoryCode() &&
-        !SameGcs(anchor.spatialReference, outputReference)) {
-      const platform::Geometry point = platform::Geometry::MakePoint(anchor.x, anchor.y, anchor.spatialReference);
-      anchor.transformation = FindTransformation(context, anchor.spatialReference, outputSide, anchor.direction, &point);
-    }
+    const platform::Geometry point = platform::Geometry::MakePoint(anchor.x, anchor.y, anchor.spatialReference);
+    anchor.transformation =
+        FindTransformation(o.transform, context, anchor.spatialReference, outputSide, anchor.direction, &point);
     return anchor;
   }
   if (o.anchorLayer.empty()) return NoAnchor{};
@@ -268,11 +250,8 @@ AnchorOption BuildAnchor(const PlotLayoutOptions& o, CommandContext& context, co
   anchor.x = xy.x;
   anchor.y = xy.y;
   anchor.spatialReference = anchor.layer.featureClass->GetSpatialReference();
-  if (anchor.spatialReference.FactoryCode() != outputReference.FactoryCode() &&
-      !SameGcs(anchor.spatialReference, outputReference)) {
-    const platform::Geometry point = platform::Geometry::MakePoint(anchor.x, anchor.y, anchor.spatialReference);
-    anchor.transformation = FindTransformation(context, anchor.layer, outputSide, anchor.direction, &point);
-  }
+  const platform::Geometry point = platform::Geometry::MakePoint(anchor.x, anchor.y, anchor.spatialReference);
+  anchor.transformation = FindTransformation(o.transform, context, anchor.layer, outputSide, anchor.direction, &point);
   return anchor;
 }
 
@@ -290,7 +269,7 @@ void WriteReport(const std::string& path, const std::string& rtf) {
   if (!out) std::fprintf(stderr, "tarnwick: could not write the report '%s'\n", path.c_str());
 }
 
-int RunPlotLayout(const PlotLayoutOptions& o, CommandContext& context) {
+int RunPlotLayout(PlotLayoutOptions& o, CommandContext& context) {
   PlotLayoutParameters parameters;
 
   // Stands.
@@ -330,7 +309,6 @@ int RunPlotLayout(const PlotLayoutOptions& o, CommandContext& context) {
 
   // Output.
   if (o.out.empty() == o.into.empty()) throw UsageError("Give exactly one of --out and --into.");
-  platform::SpatialReference outputReference = stands.featureClass->GetSpatialReference();
   SearchObject outputSide = stands;
   if (!o.out.empty()) {
     if (o.startAboveHighest) throw UsageError("--start-above-highest needs an existing output (--into).");
@@ -338,10 +316,9 @@ int RunPlotLayout(const PlotLayoutOptions& o, CommandContext& context) {
   } else {
     parameters.output = BuildExistingOutput(o, context, stands);
     const auto& layer = std::get<ExistingPlotLayer>(parameters.output).layer;
-    outputReference = layer.featureClass->GetSpatialReference();
     outputSide = layer;
   }
-  parameters.anchor = BuildAnchor(o, context, stands, outputReference, outputSide);
+  parameters.anchor = BuildAnchor(o, context, stands, outputSide);
 
   const PlotLayoutResult result = GeneratePlotLayout(context.application, context.document, parameters);
   if (!result.succeeded) {
@@ -399,6 +376,7 @@ void RegisterPlotLayout(CLI::App& app, CommandAction& action) {
   sub->add_option("--anchor-layer", o->anchorLayer, "Point layer whose first (selected) point is the anchor");
   sub->add_option("--anchor-selected", o->anchorSelected, "Attribute filter selecting the anchor point");
   sub->add_option("--report", o->report, "RTF report path (default: NAME_report.rtf beside the output)");
+  o->transform.AddTo(*sub);
   sub->callback([o, &action] {
     action = [o](CommandContext& context) { return RunPlotLayout(*o, context); };
   });

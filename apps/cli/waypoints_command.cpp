@@ -7,6 +7,7 @@
 #include <string>
 
 #include "commands.h"
+#include "transform_option.h"
 #include "platform/errors.h"
 #include "presentation/rtf_text.h"
 #include "support/lookups.h"
@@ -20,6 +21,7 @@ namespace tarnwick::cli {
 namespace {
 
 struct WaypointOptions {
+  TransformOption transform;
   std::string points;
   std::string plotId;
   std::string standId;
@@ -61,7 +63,7 @@ void WriteReport(const std::string& path, const std::string& rtf) {
   if (!out) std::fprintf(stderr, "tarnwick: could not write the report '%s'\n", path.c_str());
 }
 
-int RunWaypoints(const WaypointOptions& options, CommandContext& context) {
+int RunWaypoints(WaypointOptions& options, CommandContext& context) {
   WaypointParameters parameters;
   parameters.pointLayer = OpenLayer(options.points);
   const auto& layer = parameters.pointLayer;
@@ -122,6 +124,12 @@ int RunWaypoints(const WaypointOptions& options, CommandContext& context) {
                      "\n\nPlease select a different layer, or fix the spatial reference before running this tool.");
   }
 
+  // Waypoints are written in WGS 1984; settle the datum step to it.
+  const ResolvedTransform resolved =
+      options.transform.Resolve(context, layer, platform::SpatialReference::FromEpsg(4326));
+  parameters.transformation = resolved.transformation;
+  parameters.direction = resolved.direction;
+
   const WaypointResult result = CreateWaypointFile(context.application, &context.document, parameters);
   if (!result.Succeeded()) {
     throw std::runtime_error("The waypoint conversion failed; no file was written." +
@@ -150,6 +158,7 @@ void RegisterWaypoints(CLI::App& app, CommandAction& action) {
       ->each([options](const std::string&) { options->selectedGiven = true; });
   sub->add_option("--out", options->out, "Output waypoint file (given the .way extension)")->required();
   sub->add_option("--report", options->report, "RTF report path (default: beside the output)");
+  options->transform.AddTo(*sub);
   sub->callback([options, &action] {
     action = [options](CommandContext& context) { return RunWaypoints(*options, context); };
   });
