@@ -1,5 +1,5 @@
 // Writes the sample forest: stands and plot points in UTM zone 10N (NAD 1983),
-// as a GeoPackage and as shapefiles, under the folder given (default
+// as a GeoPackage (with a NAD 1927 copy of the stands) and as shapefiles, under the folder given (default
 // examples/data).
 #include <cstdio>
 #include <filesystem>
@@ -64,6 +64,24 @@ void WritePlots(platform::Workspace& workspace, const std::string& name, const s
   cursor->Flush();
 }
 
+// The same stands as an older map would hold them: NAD 1927 UTM zone 10N.
+// They are taken there through WGS 1984 with two published transformations
+// that need no grid files (NAD 1983 to WGS 1984, then WGS 1984 back to
+// NAD 1927), so the copy sits where a NAD 1927 survey put it.
+std::vector<samples::Stand> ToNad1927(std::vector<samples::Stand> stands, const platform::SpatialReference& from) {
+  const platform::GeoTransformation nad83ToWgs84{"NAD_1983_To_WGS_1984_1", 1188, "EPSG", 4269, 4326};
+  const platform::GeoTransformation nad27ToWgs84{"NAD_1927_To_WGS_1984_4", 1173, "EPSG", 4267, 4326};
+  const auto wgs84 = platform::SpatialReference::FromEpsg(4326);
+  const auto nad27Utm = platform::SpatialReference::FromEpsg(26710);
+  for (auto& stand : stands) {
+    const auto shape = platform::Geometry::MakePolygon(stand.parts, from)
+                           .ProjectEx(wgs84, nad83ToWgs84, platform::TransformDirection::Forward)
+                           .ProjectEx(nad27Utm, nad27ToWgs84, platform::TransformDirection::Reverse);
+    stand.parts = shape.Polygons();
+  }
+  return stands;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -76,6 +94,7 @@ int main(int argc, char** argv) {
     auto gpkg = platform::Workspace::OpenOrCreate((folder / "forest.gpkg").string());
     WriteStands(*gpkg, "Stands", stands, sr);
     WritePlots(*gpkg, "Plots", plots, sr);
+    WriteStands(*gpkg, "StandsNAD27", ToNad1927(stands, sr), platform::SpatialReference::FromEpsg(26710));
     auto shp = platform::Workspace::OpenOrCreate((folder / "shp").string());
     WriteStands(*shp, "stands", stands, sr);
     WritePlots(*shp, "plots", plots, sr);
