@@ -75,6 +75,23 @@ void TransformOption::AddTo(CLI::App& subcommand) {
 
 ResolvedTransform TransformOption::Resolve(CommandContext& context, const SearchObject& object1,
                                            const SearchObject& object2, const platform::Geometry* at) {
+  ResolvedTransform resolved = ResolveUnchecked(context, object1, object2, at);
+  // A transformation that cannot run here (its grid files are missing) is
+  // refused now, before the tool writes anything.
+  if (resolved.transformation) {
+    try {
+      platform::CheckTransformationUsable(*resolved.transformation);
+    } catch (const platform::PlatformError& e) {
+      throw UsageError(std::string(e.what()) +
+                       ".\nInstall the grid files, or choose another transformation with --transform NAME "
+                       "(`tarnwick transforms` lists them) or --transform none.");
+    }
+  }
+  return resolved;
+}
+
+ResolvedTransform TransformOption::ResolveUnchecked(CommandContext& context, const SearchObject& object1,
+                                                    const SearchObject& object2, const platform::Geometry* at) {
   if (value_ == "none") {
     const auto a = SpatialReferenceOf(object1);
     const auto b = SpatialReferenceOf(object2);

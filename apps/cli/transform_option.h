@@ -36,11 +36,14 @@ class TransformOption {
   // Resolves the option between object 1 and object 2 (the data and the
   // system it is taken to). `at` (may be nullptr) is where candidates are
   // judged when object 1 is a spatial reference. Throws UsageError when a
-  // named transformation is unknown or does not join the two systems.
+  // named transformation is unknown or does not join the two systems, and
+  // when the chosen one cannot run on this machine (missing grid files).
   ResolvedTransform Resolve(CommandContext& context, const SearchObject& object1, const SearchObject& object2,
                             const platform::Geometry* at = nullptr);
 
  private:
+  ResolvedTransform ResolveUnchecked(CommandContext& context, const SearchObject& object1,
+                                     const SearchObject& object2, const platform::Geometry* at);
   std::string value_ = "auto";
   // The platform's defaults, kept for the life of the run.
   TransformationDefaults defaults_;

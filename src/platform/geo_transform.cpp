@@ -118,3 +118,11 @@ void ApplyGeoTransformation(std::span<XY> lonLat, const GeoTransformation& trans
 }
 
 }  // namespace tarnwick::platform::internal
+
+namespace tarnwick::platform {
+
+void CheckTransformationUsable(const GeoTransformation& transformation) {
+  (void)internal::OperationFor(transformation);
+}
+
+}  // namespace tarnwick::platform

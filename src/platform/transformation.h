@@ -15,4 +15,8 @@ struct GeoTransformation {
   int toGcsCode = 0;     // factory code of the target geographic system
 };
 
+// Throws PlatformError, naming the missing grid files, when PROJ cannot run
+// the transformation on this machine.
+void CheckTransformationUsable(const GeoTransformation& transformation);
+
 }  // namespace tarnwick::platform
