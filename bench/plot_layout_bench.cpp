@@ -3,6 +3,7 @@
 // the same number of points.
 //
 //   plot_layout_bench [STANDS=10000] [WORK_FOLDER=fresh folder under /tmp]
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -129,13 +130,14 @@ int Main(int argc, char** argv) {
   const auto targets = GdalReadKeyedIntegers(standsPath, "Stands", "StandID", "PlotCount");
   const auto written = GdalCountByField(countStore, "Plots", "StandID");
   const auto trials = ReportedTrials(b.report);
-  long missed = 0, hitTrials = 0, lastPassTrials = 0;
+  long missed = 0, hitTrials = 0, lastPassTrials = 0, mostTrials = 0;
   for (const auto& [id, target] : targets) {
     const auto found = written.find(id);
     const long count = found == written.end() ? 0 : found->second;
     const auto noted = trials.find(id);
     const long standTrials = noted == trials.end() ? 0 : noted->second;
     lastPassTrials += standTrials;
+    mostTrials = std::max(mostTrials, standTrials);
     if (count != target) {
       ++missed;
     } else {
@@ -154,6 +156,7 @@ int Main(int argc, char** argv) {
   tableB.Add("stands/s", PerSecond(b.stands, b.seconds) + (b.stands / b.seconds >= 2000 ? " (target >= 2000/s: met)"
                                                                                           : " (target >= 2000/s: MISSED)"));
   tableB.Add("solver trials, last pass (report)", fmt::format("{}", lastPassTrials));
+  tableB.Add("most trials for one stand (last pass)", fmt::format("{}", mostTrials));
   tableB.Add("solver trials, all passes (>=)", fmt::format("{}", lowerBoundTrials));
   tableB.Add("trials/s (all passes, >=)", PerSecond(static_cast<double>(lowerBoundTrials), b.seconds));
   tableB.Add("stands missing their count", fmt::format("{} of {} ({:.2f}%)", missed, targets.size(),
