@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "command_support.h"
 #include "commands.h"
 #include "transform_option.h"
 #include "platform/errors.h"
@@ -37,14 +38,6 @@ struct ImportOptions {
   bool clone = false;
   std::string report;
 };
-
-platform::FeatureLayer OpenLayer(const std::string& spec) {
-  try {
-    return platform::OpenFeatureLayer(spec);
-  } catch (const platform::PlatformError& e) {
-    throw UsageError(e.what());
-  }
-}
 
 // The stand fields the dialog offers: text, numeric and date fields.
 platform::Field RequireField(const platform::FeatureLayer& layer, const std::string& name, const char* what) {
@@ -91,17 +84,6 @@ void RequireWritable(const platform::FeatureLayer& layer) {
       throw UsageError("The point layer '" + layer.name + "' cannot be written: '" + file +
                        "' is read-only. Nothing was changed.");
     }
-  }
-}
-
-void RequireSpatialReference(const platform::FeatureLayer& layer) {
-  bool booError = false;
-  std::string problem;
-  std::optional<platform::SpatialReference> projected;
-  ReturnGCSFromDataset(layer, booError, problem, projected);
-  if (booError) {
-    throw UsageError("There is a problem with the spatial reference for '" + layer.name + "':\n\n  --> " + problem +
-                     "\n\nPlease select a different layer, or fix the spatial reference before running this tool.");
   }
 }
 
@@ -209,7 +191,7 @@ int RunImportStandIds(ImportOptions& options, CommandContext& context) {
   }
 
   const std::string reportPath = options.report.empty() ? DefaultReportPath(*points.featureClass) : options.report;
-  std::ofstream(reportPath, std::ios::binary | std::ios::trunc) << result.report;
+  WriteReport(reportPath, result.report);
   std::fputs(RtfToPlainText(result.report).c_str(), stdout);
   std::fprintf(stderr, "Updated %lld points (%lld inside a stand); report: %s\n",
                static_cast<long long>(result.pointsUpdated), static_cast<long long>(result.pointsInStands),

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "command_support.h"
 #include "commands.h"
 #include "platform/errors.h"
 #include "plot/plot_run.h"
@@ -49,28 +50,9 @@ struct PlotLayoutOptions {
   TransformOption transform;
 };
 
-platform::FeatureLayer OpenLayer(const std::string& spec) {
-  try {
-    return platform::OpenFeatureLayer(spec);
-  } catch (const platform::PlatformError& e) {
-    throw UsageError(e.what());
-  }
-}
-
 void RequireShape(const platform::FeatureLayer& layer, platform::GeometryType type, const char* what) {
   if (layer.featureClass->ShapeType() != type) {
     throw UsageError("The layer '" + layer.name + "' is not a " + what + " layer.");
-  }
-}
-
-void RequireSpatialReference(const platform::FeatureLayer& layer) {
-  bool booError = false;
-  std::string problem;
-  std::optional<platform::SpatialReference> projected;
-  ReturnGCSFromDataset(layer, booError, problem, projected);
-  if (booError) {
-    throw UsageError("There is a problem with the spatial reference for '" + layer.name + "':\n\n  --> " + problem +
-                     "\n\nPlease select a different layer, or fix the spatial reference before running this tool.");
   }
 }
 
@@ -261,12 +243,6 @@ std::string DefaultReportPath(const std::string& workspacePath, const std::strin
   const bool folder = platform::Workspace::KindOfPath(workspacePath) == platform::WorkspaceKind::ShapefileFolder;
   const std::filesystem::path dir = folder ? workspace : workspace.parent_path();
   return (dir / (name + "_report.rtf")).string();
-}
-
-void WriteReport(const std::string& path, const std::string& rtf) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out << rtf;
-  if (!out) std::fprintf(stderr, "tarnwick: could not write the report '%s'\n", path.c_str());
 }
 
 int RunPlotLayout(PlotLayoutOptions& o, CommandContext& context) {

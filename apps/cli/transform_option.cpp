@@ -75,7 +75,7 @@ void TransformOption::AddTo(CLI::App& subcommand) {
 
 ResolvedTransform TransformOption::Resolve(CommandContext& context, const SearchObject& object1,
                                            const SearchObject& object2, const platform::Geometry* at) {
-  ResolvedTransform resolved = ResolveUnchecked(context, object1, object2, at);
+  ResolvedTransform resolved = Choose(context, object1, object2, at);
   // A transformation that cannot run here (its grid files are missing) is
   // refused now, before the tool writes anything.
   if (resolved.transformation) {
@@ -90,8 +90,8 @@ ResolvedTransform TransformOption::Resolve(CommandContext& context, const Search
   return resolved;
 }
 
-ResolvedTransform TransformOption::ResolveUnchecked(CommandContext& context, const SearchObject& object1,
-                                                    const SearchObject& object2, const platform::Geometry* at) {
+ResolvedTransform TransformOption::Choose(CommandContext& context, const SearchObject& object1,
+                                          const SearchObject& object2, const platform::Geometry* at) {
   if (value_ == "none") {
     const auto a = SpatialReferenceOf(object1);
     const auto b = SpatialReferenceOf(object2);

@@ -41,9 +41,12 @@ class TransformOption {
   ResolvedTransform Resolve(CommandContext& context, const SearchObject& object1, const SearchObject& object2,
                             const platform::Geometry* at = nullptr);
 
+  // The choice alone, as Resolve makes it, without asking whether the
+  // transformation can run on this machine.
+  ResolvedTransform Choose(CommandContext& context, const SearchObject& object1, const SearchObject& object2,
+                           const platform::Geometry* at = nullptr);
+
  private:
-  ResolvedTransform ResolveUnchecked(CommandContext& context, const SearchObject& object1,
-                                     const SearchObject& object2, const platform::Geometry* at);
   std::string value_ = "auto";
   // The platform's defaults, kept for the life of the run.
   TransformationDefaults defaults_;

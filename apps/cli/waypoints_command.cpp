@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "command_support.h"
 #include "commands.h"
 #include "transform_option.h"
 #include "platform/errors.h"
@@ -32,14 +33,6 @@ struct WaypointOptions {
   std::string report;
 };
 
-platform::FeatureLayer OpenLayer(const std::string& spec) {
-  try {
-    return platform::OpenFeatureLayer(spec);
-  } catch (const platform::PlatformError& e) {
-    throw UsageError(e.what());
-  }
-}
-
 // The field of that name, if it is of a kind the dialog offers (mask 3: text
 // and numeric; mask 2: numeric only).
 platform::Field RequireField(const platform::FeatureLayer& layer, const std::string& name, const char* role,
@@ -55,12 +48,6 @@ platform::Field RequireField(const platform::FeatureLayer& layer, const std::str
                      (numericOnly ? "numeric." : "a text or numeric field."));
   }
   return field;
-}
-
-void WriteReport(const std::string& path, const std::string& rtf) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out << rtf;
-  if (!out) std::fprintf(stderr, "tarnwick: could not write the report '%s'\n", path.c_str());
 }
 
 int RunWaypoints(WaypointOptions& options, CommandContext& context) {
@@ -115,14 +102,7 @@ int RunWaypoints(WaypointOptions& options, CommandContext& context) {
     throw UsageError(folder);
   }
 
-  bool booError = false;
-  std::string problem;
-  std::optional<platform::SpatialReference> projected;
-  ReturnGCSFromDataset(layer, booError, problem, projected);
-  if (booError) {
-    throw UsageError("There is a problem with the spatial reference for '" + layer.name + "':\n\n  --> " + problem +
-                     "\n\nPlease select a different layer, or fix the spatial reference before running this tool.");
-  }
+  RequireSpatialReference(layer);
 
   // Waypoints are written in WGS 1984; settle the datum step to it.
   const ResolvedTransform resolved =

@@ -7,7 +7,7 @@
 #include <sys/wait.h>
 
 #include "platform/workspace.h"
-#include "testkit/temp_dir.h"
+#include "testkit/run_command.h"
 
 namespace tarnwick {
 namespace {
@@ -16,19 +16,10 @@ using platform::Field;
 using platform::FieldType;
 using platform::Value;
 
-struct CommandRun {
-  int exitCode = -1;
-  std::string out;
-  std::string err;
-};
+using CommandRun = testkit::CommandRun;
 
 CommandRun Tarnwick(const testkit::TempDir& dir, const std::string& arguments) {
-  const std::string out = dir / "stdout.txt";
-  const std::string err = dir / "stderr.txt";
-  const std::string command = std::string("cd '") + dir.path().string() + "' && '" + TARNWICK_EXE + "' " + arguments +
-                              " >'" + out + "' 2>'" + err + "'";
-  const int status = std::system(command.c_str());
-  return CommandRun{WIFEXITED(status) ? WEXITSTATUS(status) : -1, testkit::ReadFile(out), testkit::ReadFile(err)};
+  return testkit::RunCommand(dir, TARNWICK_EXE, arguments);
 }
 
 std::string Square(double x, double y, double side) {

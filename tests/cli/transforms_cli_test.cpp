@@ -8,25 +8,16 @@
 #include <sys/wait.h>
 
 #include "platform/workspace.h"
-#include "testkit/temp_dir.h"
+#include "testkit/run_command.h"
 #include "transform_option.h"
 
 namespace tarnwick {
 namespace {
 
-struct CommandRun {
-  int exitCode = -1;
-  std::string out;
-  std::string err;
-};
+using CommandRun = testkit::CommandRun;
 
 CommandRun Tarnwick(const testkit::TempDir& dir, const std::string& arguments) {
-  const std::string out = dir / "stdout.txt";
-  const std::string err = dir / "stderr.txt";
-  const std::string command = std::string("cd '") + dir.path().string() + "' && '" + TARNWICK_EXE + "' " + arguments +
-                              " >'" + out + "' 2>'" + err + "'";
-  const int status = std::system(command.c_str());
-  return CommandRun{WIFEXITED(status) ? WEXITSTATUS(status) : -1, testkit::ReadFile(out), testkit::ReadFile(err)};
+  return testkit::RunCommand(dir, TARNWICK_EXE, arguments);
 }
 
 // "alaska.gpkg" with class Stands: one square near Anchorage in NAD 1927.
@@ -100,7 +91,7 @@ struct OptionRun {
     std::vector<std::string> args = {"--transform", value};
     std::reverse(args.begin(), args.end());
     app.parse(args);
-    return option.Resolve(context, platform::SpatialReference::FromUserInput(from),
+    return option.Choose(context, platform::SpatialReference::FromUserInput(from),
                           platform::SpatialReference::FromUserInput(to));
   }
 };

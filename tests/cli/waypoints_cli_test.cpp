@@ -8,7 +8,7 @@
 #include <sys/wait.h>
 
 #include "platform/workspace.h"
-#include "testkit/temp_dir.h"
+#include "testkit/run_command.h"
 
 namespace tarnwick {
 namespace {
@@ -17,19 +17,10 @@ using platform::Field;
 using platform::FieldType;
 using platform::Value;
 
-struct Run {
-  int exitCode = -1;
-  std::string out;
-  std::string err;
-};
+using Run = testkit::CommandRun;
 
 Run Tarnwick(const testkit::TempDir& dir, const std::string& arguments) {
-  const std::string out = dir / "stdout.txt";
-  const std::string err = dir / "stderr.txt";
-  const std::string command = std::string("cd '") + dir.path().string() + "' && '" + TARNWICK_EXE + "' " + arguments +
-                              " >'" + out + "' 2>'" + err + "'";
-  const int status = std::system(command.c_str());
-  return Run{WIFEXITED(status) ? WEXITSTATUS(status) : -1, testkit::ReadFile(out), testkit::ReadFile(err)};
+  return testkit::RunCommand(dir, TARNWICK_EXE, arguments);
 }
 
 // "plots.gpkg" with class Plots (WGS 1984): PlotID, StandID, Elev.
