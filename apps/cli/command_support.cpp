@@ -10,9 +10,9 @@
 
 namespace tarnwick::cli {
 
-platform::FeatureLayer OpenLayer(const std::string& spec) {
+platform::FeatureLayer OpenLayer(const std::string& layerSource) {
   try {
-    return platform::OpenFeatureLayer(spec);
+    return platform::OpenFeatureLayer(layerSource);
   } catch (const platform::PlatformError& e) {
     throw UsageError(e.what());
   }

@@ -8,7 +8,7 @@ namespace tarnwick::cli {
 
 // Opens "PATH" or "PATH|layername=NAME"; a layer that cannot be opened is a
 // usage error naming the path and the reason.
-platform::FeatureLayer OpenLayer(const std::string& spec);
+platform::FeatureLayer OpenLayer(const std::string& layerSource);
 
 // Refuses a layer whose coordinate system is unknown or cannot be used, with
 // the dialogs' text.

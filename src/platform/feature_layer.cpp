@@ -55,16 +55,16 @@ ClassPath SplitClassPath(const std::string& rawPath) {
   return {parent.empty() ? "." : parent, leaf};
 }
 
-FeatureLayer OpenFeatureLayer(const std::string& spec) {
-  std::string path = spec;
+FeatureLayer OpenFeatureLayer(const std::string& layerSource) {
+  std::string path = layerSource;
   std::string layerName;
-  if (const auto bar = spec.find('|'); bar != std::string::npos) {
-    path = spec.substr(0, bar);
-    const std::string option = spec.substr(bar + 1);
+  if (const auto bar = layerSource.find('|'); bar != std::string::npos) {
+    path = layerSource.substr(0, bar);
+    const std::string option = layerSource.substr(bar + 1);
     const std::string key = "layername=";
     if (Lower(option.substr(0, key.size())) != key) {
       throw PlatformError(kErrInvalidProcedureCall, kSource,
-                          "Cannot open layer '" + spec + "': expected PATH|layername=NAME");
+                          "Cannot open layer '" + layerSource + "': expected PATH|layername=NAME");
     }
     layerName = option.substr(key.size());
   }
@@ -79,7 +79,7 @@ FeatureLayer OpenFeatureLayer(const std::string& spec) {
       const auto names = workspace->FeatureClassNames();
       if (names.size() != 1) {
         throw PlatformError(kErrPlatform, kSource,
-                            "Cannot open layer '" + spec + "': the workspace holds " + std::to_string(names.size()) +
+                            "Cannot open layer '" + layerSource + "': the workspace holds " + std::to_string(names.size()) +
                                 " feature classes; name one with |layername=NAME");
       }
       layerName = names.front();
@@ -91,7 +91,7 @@ FeatureLayer OpenFeatureLayer(const std::string& spec) {
   }
   if (!workspace->NameExists(layerName)) {
     throw PlatformError(kErrPlatform, kSource,
-                        "Cannot open layer '" + spec + "': no feature class named '" + layerName + "' in '" +
+                        "Cannot open layer '" + layerSource + "': no feature class named '" + layerName + "' in '" +
                             workspace->PathName() + "'");
   }
   FeatureLayer layer;

@@ -18,11 +18,11 @@ std::string WithoutShpExtension(const std::string& name) {
   return name;
 }
 
-OGRwkbGeometryType OgrGeometryType(const Workspace::NewFeatureClass& spec, WorkspaceKind kind) {
+OGRwkbGeometryType OgrGeometryType(const Workspace::NewFeatureClass& newClass, WorkspaceKind kind) {
   // Geodatabases and GeoPackages hold lines and polygons as multi-part types.
   const bool multi = kind != WorkspaceKind::ShapefileFolder;
   OGRwkbGeometryType type = wkbUnknown;
-  switch (spec.geometryType) {
+  switch (newClass.geometryType) {
     case GeometryType::Point: type = wkbPoint; break;
     case GeometryType::Multipoint: type = wkbMultiPoint; break;
     case GeometryType::Polyline:
@@ -31,7 +31,7 @@ OGRwkbGeometryType OgrGeometryType(const Workspace::NewFeatureClass& spec, Works
     case GeometryType::Null: type = wkbNone; break;
   }
   if (type == wkbNone) return type;
-  return OGR_GT_SetModifier(type, spec.hasZ ? TRUE : FALSE, spec.hasM ? TRUE : FALSE);
+  return OGR_GT_SetModifier(type, newClass.hasZ ? TRUE : FALSE, newClass.hasM ? TRUE : FALSE);
 }
 
 }  // namespace
@@ -71,28 +71,28 @@ std::shared_ptr<FeatureClass> OgrWorkspace::OpenFeatureClass(const std::string& 
   return std::make_shared<OgrFeatureClass>(shared_from_this(), layer);
 }
 
-std::shared_ptr<FeatureClass> OgrWorkspace::CreateFeatureClass(const NewFeatureClass& spec) {
-  RequireWritable("create feature class '" + spec.name + "'");
-  if (NameExists(spec.name)) {
+std::shared_ptr<FeatureClass> OgrWorkspace::CreateFeatureClass(const NewFeatureClass& newClass) {
+  RequireWritable("create feature class '" + newClass.name + "'");
+  if (NameExists(newClass.name)) {
     throw PlatformError(kErrPlatform, kSource,
-                        "Cannot create feature class '" + spec.name + "': it already exists in '" + path_ + "'");
+                        "Cannot create feature class '" + newClass.name + "': it already exists in '" + path_ + "'");
   }
   QuietGdalErrors quiet;
   CPLStringList options;
   if (kind_ != WorkspaceKind::ShapefileFolder) {
-    if (!spec.oidFieldName.empty()) options.SetNameValue("FID", spec.oidFieldName.c_str());
-    if (!spec.shapeFieldName.empty()) options.SetNameValue("GEOMETRY_NAME", spec.shapeFieldName.c_str());
+    if (!newClass.oidFieldName.empty()) options.SetNameValue("FID", newClass.oidFieldName.c_str());
+    if (!newClass.shapeFieldName.empty()) options.SetNameValue("GEOMETRY_NAME", newClass.shapeFieldName.c_str());
   }
-  const std::unique_ptr<OGRSpatialReference> srs = CopyOgr(spec.spatialReference);
-  OGRLayer* layer = dataset_->CreateLayer(spec.name.c_str(), srs.get(), OgrGeometryType(spec, kind_), options.List());
-  if (layer == nullptr) ThrowGdalError(kSource, "Cannot create feature class '" + spec.name + "' in '" + path_ + "'");
-  for (const Field& field : spec.fields) {
+  const std::unique_ptr<OGRSpatialReference> srs = CopyOgr(newClass.spatialReference);
+  OGRLayer* layer = dataset_->CreateLayer(newClass.name.c_str(), srs.get(), OgrGeometryType(newClass, kind_), options.List());
+  if (layer == nullptr) ThrowGdalError(kSource, "Cannot create feature class '" + newClass.name + "' in '" + path_ + "'");
+  for (const Field& field : newClass.fields) {
     auto defn = OgrFromField(field, kind_);
     if (layer->CreateField(defn.get()) != OGRERR_NONE) {
-      ThrowGdalError(kSource, "Cannot add field '" + field.name + "' to '" + spec.name + "'");
+      ThrowGdalError(kSource, "Cannot add field '" + field.name + "' to '" + newClass.name + "'");
     }
   }
-  if (layer->SyncToDisk() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot write feature class '" + spec.name + "'");
+  if (layer->SyncToDisk() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot write feature class '" + newClass.name + "'");
   return std::make_shared<OgrFeatureClass>(shared_from_this(), layer);
 }
 

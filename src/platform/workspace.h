@@ -47,7 +47,7 @@ class Workspace {
     bool hasZ = false;
     bool hasM = false;
   };
-  virtual std::shared_ptr<FeatureClass> CreateFeatureClass(const NewFeatureClass& spec) = 0;
+  virtual std::shared_ptr<FeatureClass> CreateFeatureClass(const NewFeatureClass& newClass) = 0;
   virtual void DeleteFeatureClass(const std::string& name) = 0;
 };
 
@@ -141,7 +141,7 @@ struct FeatureLayer {
 // Opens "PATH" or "PATH|layername=NAME" as a layer named after its class.
 // A folder or .gdb/.gpkg path with one class opens that class. Throws
 // PlatformError naming the path and the reason.
-FeatureLayer OpenFeatureLayer(const std::string& spec);
+FeatureLayer OpenFeatureLayer(const std::string& layerSource);
 
 // Splits "x.gpkg/Plots", "x.gdb/Plots" or "dir/plots.shp" into the
 // workspace path and the class name ("plots" for a shapefile).

@@ -33,16 +33,16 @@ std::string Square(double x, double y, double side) {
 void MakeStands(const testkit::TempDir& dir, const std::vector<Value>& ids, bool withReference = true,
                 const std::string& store = "stands.gpkg") {
   auto workspace = platform::Workspace::OpenOrCreate(dir / store);
-  platform::Workspace::NewFeatureClass spec;
-  spec.name = "Stands";
-  spec.geometryType = platform::GeometryType::Polygon;
-  if (withReference) spec.spatialReference = platform::SpatialReference::FromEpsg(26910);
-  spec.fields = {Field{"StandID", "", FieldType::String, 10}, Field{"Plots", "", FieldType::Integer}};
-  auto stands = workspace->CreateFeatureClass(spec);
+  platform::Workspace::NewFeatureClass newClass;
+  newClass.name = "Stands";
+  newClass.geometryType = platform::GeometryType::Polygon;
+  if (withReference) newClass.spatialReference = platform::SpatialReference::FromEpsg(26910);
+  newClass.fields = {Field{"StandID", "", FieldType::String, 10}, Field{"Plots", "", FieldType::Integer}};
+  auto stands = workspace->CreateFeatureClass(newClass);
   auto cursor = stands->Insert();
   for (std::size_t i = 0; i < ids.size(); ++i) {
     auto buffer = cursor->CreateFeatureBuffer();
-    buffer.shape = platform::Geometry::FromWkt(Square(500000 + 200.0 * i, 4000000, 100), spec.spatialReference);
+    buffer.shape = platform::Geometry::FromWkt(Square(500000 + 200.0 * i, 4000000, 100), newClass.spatialReference);
     buffer.values[2] = ids[i];
     buffer.values[3] = Value{std::int64_t{7}};
     cursor->InsertFeature(buffer);

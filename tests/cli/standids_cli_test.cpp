@@ -118,15 +118,15 @@ TEST(ImportStandIdsCommand, RefusesBadInputBeforeChangingAnything) {
 // Points "plots" in a shapefile folder (feature IDs from 0); the second without geometry when asked.
 std::shared_ptr<platform::FeatureClass> MakeShapefilePlots(const testkit::TempDir& dir, bool withNullShape) {
   auto workspace = platform::Workspace::OpenOrCreate(dir / "shp");
-  platform::Workspace::NewFeatureClass spec;
-  spec.name = "plots";
-  spec.spatialReference = platform::SpatialReference::FromEpsg(26910);
-  spec.fields = {Field{"PlotID", "", FieldType::Integer}};
-  auto plots = workspace->CreateFeatureClass(spec);
+  platform::Workspace::NewFeatureClass newClass;
+  newClass.name = "plots";
+  newClass.spatialReference = platform::SpatialReference::FromEpsg(26910);
+  newClass.fields = {Field{"PlotID", "", FieldType::Integer}};
+  auto plots = workspace->CreateFeatureClass(newClass);
   auto cursor = plots->Insert();
   for (int i = 0; i < 2; ++i) {
     auto buffer = cursor->CreateFeatureBuffer();
-    if (i == 0 || !withNullShape) buffer.shape = platform::Geometry::MakePoint(50, 50, spec.spatialReference);
+    if (i == 0 || !withNullShape) buffer.shape = platform::Geometry::MakePoint(50, 50, newClass.spatialReference);
     buffer.values[2] = Value{std::int64_t{i + 1}};
     cursor->InsertFeature(buffer);
   }

@@ -23,15 +23,15 @@ CommandRun Tarnwick(const testkit::TempDir& dir, const std::string& arguments) {
 // "alaska.gpkg" with class Stands: one square near Anchorage in NAD 1927.
 void MakeAlaskaStands(const testkit::TempDir& dir) {
   auto workspace = platform::Workspace::OpenOrCreate(dir / "alaska.gpkg");
-  platform::Workspace::NewFeatureClass spec;
-  spec.name = "Stands";
-  spec.geometryType = platform::GeometryType::Polygon;
-  spec.spatialReference = platform::SpatialReference::FromEpsg(4267);
-  auto stands = workspace->CreateFeatureClass(spec);
+  platform::Workspace::NewFeatureClass newClass;
+  newClass.name = "Stands";
+  newClass.geometryType = platform::GeometryType::Polygon;
+  newClass.spatialReference = platform::SpatialReference::FromEpsg(4267);
+  auto stands = workspace->CreateFeatureClass(newClass);
   auto cursor = stands->Insert();
   auto buffer = cursor->CreateFeatureBuffer();
   buffer.shape = platform::Geometry::FromWkt("POLYGON((-150 61,-150 61.5,-149.5 61.5,-149.5 61,-150 61))",
-                                             spec.spatialReference);
+                                             newClass.spatialReference);
   cursor->InsertFeature(buffer);
   cursor->Flush();
 }

@@ -26,16 +26,16 @@ Run Tarnwick(const testkit::TempDir& dir, const std::string& arguments) {
 // "plots.gpkg" with class Plots (WGS 1984): PlotID, StandID, Elev.
 void MakePlots(const testkit::TempDir& dir, const std::vector<std::int64_t>& ids) {
   auto workspace = platform::Workspace::OpenOrCreate(dir / "plots.gpkg");
-  platform::Workspace::NewFeatureClass spec;
-  spec.name = "Plots";
-  spec.spatialReference = platform::SpatialReference::FromEpsg(4326);
-  spec.fields = {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 10},
+  platform::Workspace::NewFeatureClass newClass;
+  newClass.name = "Plots";
+  newClass.spatialReference = platform::SpatialReference::FromEpsg(4326);
+  newClass.fields = {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 10},
                  Field{"Elev", "", FieldType::Double}};
-  auto plots = workspace->CreateFeatureClass(spec);
+  auto plots = workspace->CreateFeatureClass(newClass);
   auto cursor = plots->Insert();
   for (size_t i = 0; i < ids.size(); ++i) {
     auto buffer = cursor->CreateFeatureBuffer();
-    buffer.shape = platform::Geometry::MakePoint(-122.25 - 0.25 * static_cast<double>(i), 45.5, spec.spatialReference);
+    buffer.shape = platform::Geometry::MakePoint(-122.25 - 0.25 * static_cast<double>(i), 45.5, newClass.spatialReference);
     buffer.values[2] = Value{ids[i]};
     buffer.values[3] = Value{std::string("S") + std::to_string(ids[i])};
     buffer.values[4] = Value{100.5};

@@ -19,17 +19,17 @@ struct StoreCase {
 inline std::shared_ptr<platform::FeatureClass> CreatePlots(const std::string& workspacePath) {
   using namespace platform;
   auto workspace = Workspace::OpenOrCreate(workspacePath);
-  Workspace::NewFeatureClass spec;
-  spec.name = "Plots";
-  spec.geometryType = GeometryType::Point;
-  spec.spatialReference = SpatialReference::FromEpsg(26910);
-  spec.fields = {Field{"StandID", "", FieldType::String, 20}, Field{"PlotID", "", FieldType::Integer}};
-  auto plots = workspace->CreateFeatureClass(spec);
+  Workspace::NewFeatureClass newClass;
+  newClass.name = "Plots";
+  newClass.geometryType = GeometryType::Point;
+  newClass.spatialReference = SpatialReference::FromEpsg(26910);
+  newClass.fields = {Field{"StandID", "", FieldType::String, 20}, Field{"PlotID", "", FieldType::Integer}};
+  auto plots = workspace->CreateFeatureClass(newClass);
   auto cursor = plots->Insert();
   Feature buffer = cursor->CreateFeatureBuffer();
   const double xy[3][2] = {{500000, 5000000}, {501000, 5002000}, {502000, 5001000}};
   for (int i = 0; i < 3; ++i) {
-    buffer.shape = Geometry::MakePoint(xy[i][0], xy[i][1], spec.spatialReference);
+    buffer.shape = Geometry::MakePoint(xy[i][0], xy[i][1], newClass.spatialReference);
     buffer.values[2] = std::string("S") + std::to_string(i);
     buffer.values[3] = std::int64_t{i + 1};
     cursor->InsertFeature(buffer);

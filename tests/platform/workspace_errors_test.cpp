@@ -42,13 +42,13 @@ TEST(WorkspaceErrors, MissingPathsAndPersonalGeodatabases) {
 TEST(WorkspaceErrors, LayerSpecNamingAnAbsentLayer) {
   testkit::TempDir dir;
   auto workspace = Workspace::OpenOrCreate(dir / "inv.gpkg");
-  Workspace::NewFeatureClass spec;
-  spec.name = "Stands";
-  spec.geometryType = GeometryType::Polygon;
-  workspace->CreateFeatureClass(spec);
-  spec.name = "Roads";
-  spec.geometryType = GeometryType::Polyline;
-  workspace->CreateFeatureClass(spec);
+  Workspace::NewFeatureClass newClass;
+  newClass.name = "Stands";
+  newClass.geometryType = GeometryType::Polygon;
+  workspace->CreateFeatureClass(newClass);
+  newClass.name = "Roads";
+  newClass.geometryType = GeometryType::Polyline;
+  workspace->CreateFeatureClass(newClass);
 
   EXPECT_EQ(OpenFeatureLayer(dir / "inv.gpkg|layername=Stands").name, "Stands");
   EXPECT_EQ(OpenFeatureLayer(dir / "inv.gpkg/Roads").featureClass->ShapeType(), GeometryType::Polyline);
@@ -58,7 +58,7 @@ TEST(WorkspaceErrors, LayerSpecNamingAnAbsentLayer) {
   EXPECT_NE(message.find("holds 2 feature classes"), std::string::npos) << message;
   message = MessageOf([&] { workspace->OpenFeatureClass("Plots"); });
   EXPECT_NE(message.find("'Plots' not found"), std::string::npos) << message;
-  message = MessageOf([&] { workspace->CreateFeatureClass(spec); });
+  message = MessageOf([&] { workspace->CreateFeatureClass(newClass); });
   EXPECT_NE(message.find("already exists"), std::string::npos) << message;
   message = MessageOf([&] { workspace->OpenFeatureClass("Stands")->FeatureCount("NO_SUCH_FIELD = 1"); });
   EXPECT_NE(message.find("Invalid where clause"), std::string::npos) << message;
@@ -69,10 +69,10 @@ TEST(WorkspaceErrors, ReadOnlyFolderReadsButRefusesWrites) {
   const std::string folder = dir / "shapes";
   {
     auto workspace = Workspace::OpenOrCreate(folder);
-    Workspace::NewFeatureClass spec;
-    spec.name = "plots";
-    spec.fields = {Field{"N", "", FieldType::Integer}};
-    auto plots = workspace->CreateFeatureClass(spec);
+    Workspace::NewFeatureClass newClass;
+    newClass.name = "plots";
+    newClass.fields = {Field{"N", "", FieldType::Integer}};
+    auto plots = workspace->CreateFeatureClass(newClass);
     auto cursor = plots->Insert();
     auto buffer = cursor->CreateFeatureBuffer();
     buffer.shape = Geometry::MakePoint(1, 2, SpatialReference());
@@ -101,10 +101,10 @@ TEST(WorkspaceErrors, ReadOnlyGeoPackageReadsButRefusesWrites) {
   const std::string path = dir / "inv.gpkg";
   {
     auto workspace = Workspace::OpenOrCreate(path);
-    Workspace::NewFeatureClass spec;
-    spec.name = "Stands";
-    spec.geometryType = GeometryType::Polygon;
-    workspace->CreateFeatureClass(spec);
+    Workspace::NewFeatureClass newClass;
+    newClass.name = "Stands";
+    newClass.geometryType = GeometryType::Polygon;
+    workspace->CreateFeatureClass(newClass);
   }
   ::chmod(path.c_str(), 0444);
   auto stands = OpenFeatureLayer(path + "|layername=Stands").featureClass;

@@ -21,19 +21,19 @@ class WorkspaceStores : public ::testing::TestWithParam<Store> {
  protected:
   std::shared_ptr<FeatureClass> CreatePlots() {
     workspace = Workspace::OpenOrCreate(dir / GetParam().path);
-    Workspace::NewFeatureClass spec;
-    spec.name = "Plots";
-    spec.geometryType = GeometryType::Point;
-    spec.spatialReference = SpatialReference::FromEpsg(26910);
-    spec.fields = {
+    Workspace::NewFeatureClass newClass;
+    newClass.name = "Plots";
+    newClass.geometryType = GeometryType::Point;
+    newClass.spatialReference = SpatialReference::FromEpsg(26910);
+    newClass.fields = {
         Field{"STAND_ID", "", FieldType::String, 20},
         Field{"PLOT_NO", "", FieldType::Integer},
         Field{"AREA_HA", "", FieldType::Double, 0, 12, 4},
         Field{"CLASS", "", FieldType::SmallInteger},
     };
-    spec.oidFieldName = "OBJECTID";
-    spec.shapeFieldName = "Shape";
-    return workspace->CreateFeatureClass(spec);
+    newClass.oidFieldName = "OBJECTID";
+    newClass.shapeFieldName = "Shape";
+    return workspace->CreateFeatureClass(newClass);
   }
 
   testkit::TempDir dir;
@@ -194,14 +194,14 @@ TEST_P(WorkspaceStores, AddFieldToExistingClassAndNames) {
 
 TEST_P(WorkspaceStores, PolygonsWithZAndCustomNames) {
   workspace = Workspace::OpenOrCreate(dir / GetParam().path);
-  Workspace::NewFeatureClass spec;
-  spec.name = "Stands";
-  spec.geometryType = GeometryType::Polygon;
-  spec.spatialReference = SpatialReference::FromEpsg(2227);
-  spec.oidFieldName = "STAND_OID";
-  spec.shapeFieldName = "GEOM";
-  spec.hasZ = true;
-  auto stands = workspace->CreateFeatureClass(spec);
+  Workspace::NewFeatureClass newClass;
+  newClass.name = "Stands";
+  newClass.geometryType = GeometryType::Polygon;
+  newClass.spatialReference = SpatialReference::FromEpsg(2227);
+  newClass.oidFieldName = "STAND_OID";
+  newClass.shapeFieldName = "GEOM";
+  newClass.hasZ = true;
+  auto stands = workspace->CreateFeatureClass(newClass);
   EXPECT_TRUE(stands->HasZ());
   EXPECT_EQ(stands->ShapeType(), GeometryType::Polygon);
   if (GetParam().kind != WorkspaceKind::ShapefileFolder) {
@@ -211,7 +211,7 @@ TEST_P(WorkspaceStores, PolygonsWithZAndCustomNames) {
   {
     auto cursor = stands->Insert();
     Feature buffer = cursor->CreateFeatureBuffer();
-    auto shape = Geometry::FromWkt("POLYGON ((0 0, 0 10, 10 10, 10 0, 0 0), (2 2, 4 2, 4 4, 2 4, 2 2))", spec.spatialReference);
+    auto shape = Geometry::FromWkt("POLYGON ((0 0, 0 10, 10 10, 10 0, 0 0), (2 2, 4 2, 4 4, 2 4, 2 2))", newClass.spatialReference);
     shape.SetZAware(true);
     buffer.shape = shape;
     cursor->InsertFeature(buffer);
@@ -236,10 +236,10 @@ TEST_P(WorkspaceStores, WritesOneClassWhileReadingAnotherOfTheSameStore) {
   }
   auto source = OpenFeatureLayer(plots->FullPath()).featureClass;
   auto output = Workspace::OpenOrCreate(workspace->PathName());
-  Workspace::NewFeatureClass spec;
-  spec.name = "Copies";
-  spec.geometryType = GeometryType::Point;
-  auto copies = output->CreateFeatureClass(spec);
+  Workspace::NewFeatureClass newClass;
+  newClass.name = "Copies";
+  newClass.geometryType = GeometryType::Point;
+  auto copies = output->CreateFeatureClass(newClass);
   auto insert = copies->Insert();
   auto read = source->Search();
   int count = 0;

@@ -33,14 +33,14 @@ inline constexpr int kOrientationIndex = 6;
 inline platform::FeatureLayer MakeStands(const std::string& store, const platform::SpatialReference& sr,
                                          const std::vector<StandRow>& rows, const std::string& name = "Stands") {
   auto workspace = platform::Workspace::OpenOrCreate(store);
-  platform::Workspace::NewFeatureClass spec;
-  spec.name = name;
-  spec.geometryType = platform::GeometryType::Polygon;
-  spec.spatialReference = sr;
-  spec.fields = {Field{"StandID", "", FieldType::String, 12}, Field{"Plots", "", FieldType::Integer},
+  platform::Workspace::NewFeatureClass newClass;
+  newClass.name = name;
+  newClass.geometryType = platform::GeometryType::Polygon;
+  newClass.spatialReference = sr;
+  newClass.fields = {Field{"StandID", "", FieldType::String, 12}, Field{"Plots", "", FieldType::Integer},
                  Field{"XSp", "", FieldType::Double}, Field{"YSp", "", FieldType::Double},
                  Field{"Orient", "", FieldType::Double}};
-  auto stands = workspace->CreateFeatureClass(spec);
+  auto stands = workspace->CreateFeatureClass(newClass);
   {
     auto cursor = stands->Insert();
     for (const auto& row : rows) {

@@ -62,11 +62,11 @@ TEST_F(PlotRunRecords, NewClassGetsAbstractHistoryAndFieldDescriptions) {
 TEST_F(PlotRunRecords, ExistingClassWithItsStandFieldGetsNoFieldDescriptions) {
   const auto stands = MakeStands(dir / "stands.gpkg", utm, {{Square(500000, 4000000, 100), "A"}});
   auto workspace = platform::Workspace::OpenOrCreate(dir / "plots.gpkg");
-  platform::Workspace::NewFeatureClass spec;
-  spec.name = "Existing";
-  spec.spatialReference = utm;
-  spec.fields = {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 12}};
-  auto existingClass = workspace->CreateFeatureClass(spec);
+  platform::Workspace::NewFeatureClass newClass;
+  newClass.name = "Existing";
+  newClass.spatialReference = utm;
+  newClass.fields = {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 12}};
+  auto existingClass = workspace->CreateFeatureClass(newClass);
   PlotLayoutParameters p = Grid(stands);
   ExistingPlotLayer existing;
   existing.layer = platform::FeatureLayer{"Existing", existingClass, {}, true};

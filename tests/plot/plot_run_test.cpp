@@ -170,11 +170,11 @@ TEST_F(PlotRun, ExistingClassWithCountAnchorBufferAndFieldOrientation) {
                                   {Square(500400, 4000000, 200), "B", {}, {}, {}, Value{}}});
   // An existing class without a stand field, text plot IDs 3 and 17 already in it.
   auto workspace = platform::Workspace::OpenOrCreate(dir / "plots.gpkg");
-  platform::Workspace::NewFeatureClass spec;
-  spec.name = "Existing";
-  spec.spatialReference = utm;
-  spec.fields = {Field{"PlotID", "", FieldType::String, 10}};
-  auto existingClass = workspace->CreateFeatureClass(spec);
+  platform::Workspace::NewFeatureClass newClass;
+  newClass.name = "Existing";
+  newClass.spatialReference = utm;
+  newClass.fields = {Field{"PlotID", "", FieldType::String, 10}};
+  auto existingClass = workspace->CreateFeatureClass(newClass);
   {
     auto cursor = existingClass->Insert();
     for (const char* id : {"3", "17"}) {
@@ -266,11 +266,11 @@ TEST_F(PlotRun, ExistingClassWithCountAnchorBufferAndFieldOrientation) {
 TEST_F(PlotRun, NumericPlotIdsAndStartAboveHighestOnAnEmptyClass) {
   const auto stands = MakeStands(dir / "stands.gpkg", utm, {{Square(500000, 4000000, 100), "A"}});
   auto workspace = platform::Workspace::OpenOrCreate(dir / "plots.gpkg");
-  platform::Workspace::NewFeatureClass spec;
-  spec.name = "Numbered";
-  spec.spatialReference = utm;
-  spec.fields = {Field{"PLOT", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 12}};
-  auto numbered = workspace->CreateFeatureClass(spec);
+  platform::Workspace::NewFeatureClass newClass;
+  newClass.name = "Numbered";
+  newClass.spatialReference = utm;
+  newClass.fields = {Field{"PLOT", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 12}};
+  auto numbered = workspace->CreateFeatureClass(newClass);
 
   PlotLayoutParameters p = NewClassRun(stands, "");
   ExistingPlotLayer existing;

@@ -24,17 +24,17 @@ struct StandRow {
 inline std::shared_ptr<platform::FeatureClass> MakeStands(const std::string& store, int epsg,
                                                           const std::vector<StandRow>& rows) {
   auto workspace = platform::Workspace::OpenOrCreate(store);
-  platform::Workspace::NewFeatureClass spec;
-  spec.name = "Stands";
-  spec.geometryType = platform::GeometryType::Polygon;
-  spec.spatialReference = platform::SpatialReference::FromEpsg(epsg);
-  spec.fields = {Field{"StandID", "", FieldType::String, 10}, Field{"Age", "", FieldType::Integer},
+  platform::Workspace::NewFeatureClass newClass;
+  newClass.name = "Stands";
+  newClass.geometryType = platform::GeometryType::Polygon;
+  newClass.spatialReference = platform::SpatialReference::FromEpsg(epsg);
+  newClass.fields = {Field{"StandID", "", FieldType::String, 10}, Field{"Age", "", FieldType::Integer},
                  Field{"Area", "", FieldType::Double, 0, 10, 2}};
-  auto stands = workspace->CreateFeatureClass(spec);
+  auto stands = workspace->CreateFeatureClass(newClass);
   auto cursor = stands->Insert();
   for (const auto& row : rows) {
     auto buffer = cursor->CreateFeatureBuffer();
-    buffer.shape = platform::Geometry::FromWkt(row.wkt, spec.spatialReference);
+    buffer.shape = platform::Geometry::FromWkt(row.wkt, newClass.spatialReference);
     buffer.values[2] = row.standId;
     buffer.values[3] = row.age;
     buffer.values[4] = row.area;
@@ -49,18 +49,18 @@ inline std::shared_ptr<platform::FeatureClass> MakePoints(const std::string& sto
                                                           const std::vector<Field>& extraFields,
                                                           const std::vector<std::optional<platform::XY>>& points) {
   auto workspace = platform::Workspace::OpenOrCreate(store);
-  platform::Workspace::NewFeatureClass spec;
-  spec.name = name;
-  spec.geometryType = platform::GeometryType::Point;
-  spec.spatialReference = platform::SpatialReference::FromEpsg(epsg);
-  spec.fields = {Field{"PlotID", "", FieldType::Integer}};
-  spec.fields.insert(spec.fields.end(), extraFields.begin(), extraFields.end());
-  auto plots = workspace->CreateFeatureClass(spec);
+  platform::Workspace::NewFeatureClass newClass;
+  newClass.name = name;
+  newClass.geometryType = platform::GeometryType::Point;
+  newClass.spatialReference = platform::SpatialReference::FromEpsg(epsg);
+  newClass.fields = {Field{"PlotID", "", FieldType::Integer}};
+  newClass.fields.insert(newClass.fields.end(), extraFields.begin(), extraFields.end());
+  auto plots = workspace->CreateFeatureClass(newClass);
   auto cursor = plots->Insert();
   std::int64_t id = 1;
   for (const auto& xy : points) {
     auto buffer = cursor->CreateFeatureBuffer();
-    if (xy) buffer.shape = platform::Geometry::MakePoint(xy->x, xy->y, spec.spatialReference);
+    if (xy) buffer.shape = platform::Geometry::MakePoint(xy->x, xy->y, newClass.spatialReference);
     buffer.values[2] = id++;
     cursor->InsertFeature(buffer);
   }

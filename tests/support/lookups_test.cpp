@@ -50,11 +50,11 @@ TEST(Lookups, LayersByShapeValidOnlyInMapOrder) {
   testkit::TempDir dir;
   auto ws = platform::Workspace::OpenOrCreate(dir / "inv.gpkg");
   auto make = [&](const std::string& name, platform::GeometryType type) {
-    platform::Workspace::NewFeatureClass spec;
-    spec.name = name;
-    spec.geometryType = type;
-    spec.spatialReference = platform::SpatialReference::FromEpsg(26910);
-    return ws->CreateFeatureClass(spec);
+    platform::Workspace::NewFeatureClass newClass;
+    newClass.name = name;
+    newClass.geometryType = type;
+    newClass.spatialReference = platform::SpatialReference::FromEpsg(26910);
+    return ws->CreateFeatureClass(newClass);
   };
   platform::host::Map map;
   map.AddLayer({"Stands", make("stands", platform::GeometryType::Polygon)});

@@ -15,11 +15,11 @@ namespace tarnwick::testing {
 inline platform::FeatureLayer SquareLayer(const testkit::TempDir& dir, const std::string& name,
                                           const platform::SpatialReference& sr, double x, double y, double size) {
   auto workspace = platform::Workspace::OpenOrCreate(dir / "layers.gpkg");
-  platform::Workspace::NewFeatureClass spec;
-  spec.name = name;
-  spec.geometryType = platform::GeometryType::Polygon;
-  spec.spatialReference = sr;
-  auto fc = workspace->CreateFeatureClass(spec);
+  platform::Workspace::NewFeatureClass newClass;
+  newClass.name = name;
+  newClass.geometryType = platform::GeometryType::Polygon;
+  newClass.spatialReference = sr;
+  auto fc = workspace->CreateFeatureClass(newClass);
   auto cursor = fc->Insert();
   auto feature = cursor->CreateFeatureBuffer();
   feature.shape = platform::Geometry::MakePolygon(

@@ -24,13 +24,13 @@ struct PlotRow {
 // A GeoPackage point class "Plots" with PlotID (integer), StandID (text), Elev (double).
 platform::FeatureLayer MakePlots(const testkit::TempDir& dir, int epsg, const std::vector<PlotRow>& rows) {
   auto workspace = platform::Workspace::OpenOrCreate(dir / "plots.gpkg");
-  platform::Workspace::NewFeatureClass spec;
-  spec.name = "Plots";
-  spec.geometryType = platform::GeometryType::Point;
-  spec.spatialReference = platform::SpatialReference::FromEpsg(epsg);
-  spec.fields = {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 20},
+  platform::Workspace::NewFeatureClass newClass;
+  newClass.name = "Plots";
+  newClass.geometryType = platform::GeometryType::Point;
+  newClass.spatialReference = platform::SpatialReference::FromEpsg(epsg);
+  newClass.fields = {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 20},
                  Field{"Elev", "", FieldType::Double}};
-  auto plots = workspace->CreateFeatureClass(spec);
+  auto plots = workspace->CreateFeatureClass(newClass);
   {
     auto cursor = plots->Insert();
     for (const auto& row : rows) {
@@ -38,7 +38,7 @@ platform::FeatureLayer MakePlots(const testkit::TempDir& dir, int epsg, const st
       buffer.values[2] = row.plotId;
       buffer.values[3] = row.standId;
       buffer.values[4] = row.elevation;
-      if (row.xy) buffer.shape = platform::Geometry::MakePoint(row.xy->x, row.xy->y, spec.spatialReference);
+      if (row.xy) buffer.shape = platform::Geometry::MakePoint(row.xy->x, row.xy->y, newClass.spatialReference);
       cursor->InsertFeature(buffer);
     }
     cursor->Flush();

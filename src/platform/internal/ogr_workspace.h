@@ -28,7 +28,7 @@ class OgrWorkspace final : public Workspace, public std::enable_shared_from_this
   bool NameExists(const std::string& name) override;
   std::vector<std::string> FeatureClassNames() override;
   std::shared_ptr<FeatureClass> OpenFeatureClass(const std::string& name) override;
-  std::shared_ptr<FeatureClass> CreateFeatureClass(const NewFeatureClass& spec) override;
+  std::shared_ptr<FeatureClass> CreateFeatureClass(const NewFeatureClass& newClass) override;
   void DeleteFeatureClass(const std::string& name) override;
 
   GDALDataset& Dataset() { return *dataset_; }
