@@ -88,6 +88,13 @@ class Geometry {
   std::unique_ptr<Impl> impl_;
 };
 
+// Projects many points in place by the same steps as Geometry::Project (no
+// transformation) or Geometry::ProjectEx, far faster than one geometry at a
+// time. Nothing moves when either reference is unknown.
+void ProjectPoints(std::span<XY> points, const SpatialReference& from, const SpatialReference& to,
+                   const GeoTransformation* transformation = nullptr,
+                   TransformDirection direction = TransformDirection::Forward);
+
 // A polygon made ready for many point-in-polygon tests (GEOS prepared geometry).
 // A point on the boundary counts as inside, as the intersection does.
 class PreparedPolygon {

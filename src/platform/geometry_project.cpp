@@ -20,8 +20,26 @@ namespace {
 
 constexpr const char* kSource = "Geometry.Project";
 
-// Source -> geographic (source) -> [datum transformation] -> geographic (target) -> target.
-// OGR walks the geometry's vertices and hands them over in batches.
+// Source -> geographic (source) -> [datum transformation] -> geographic
+// (target) -> target, in place. False when a point cannot be converted.
+bool ProjectCoordinates(const SpatialReference& from, const SpatialReference& to,
+                        const GeoTransformation* transformation, TransformDirection direction, int count, double* x,
+                        double* y, double* z) {
+  if (!internal::ConvertToGeographic(from, count, x, y, z)) return false;
+  if (transformation) {
+    std::vector<XY> lonLat(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) lonLat[i] = {x[i], y[i]};
+    internal::ApplyGeoTransformation(lonLat, *transformation, direction);
+    for (int i = 0; i < count; ++i) {
+      x[i] = lonLat[i].x;
+      y[i] = lonLat[i].y;
+    }
+  }
+  return internal::ConvertFromGeographic(to, count, x, y, z);
+}
+
+// The same steps as an OGR coordinate transformation, so that OGR can walk
+// a geometry's vertices and hand them over in batches.
 class StepwiseTransformation final : public OGRCoordinateTransformation {
  public:
   StepwiseTransformation(const SpatialReference& from, const SpatialReference& to,
@@ -34,20 +52,10 @@ class StepwiseTransformation final : public OGRCoordinateTransformation {
   OGRCoordinateTransformation* Clone() const override { return nullptr; }
   OGRCoordinateTransformation* GetInverse() const override { return nullptr; }
 
-  int Transform(int count, double* x, double* y, double* z, double* t, int* success) override {
+  int Transform(int count, double* x, double* y, double* z, double* /*t*/, int* success) override {
     if (success) std::fill(success, success + count, TRUE);
     try {
-      if (!internal::ConvertToGeographic(from_, count, x, y, z)) return Fail(success, count);
-      if (transformation_) {
-        std::vector<XY> lonLat(count);
-        for (int i = 0; i < count; ++i) lonLat[i] = {x[i], y[i]};
-        internal::ApplyGeoTransformation(lonLat, *transformation_, direction_);
-        for (int i = 0; i < count; ++i) {
-          x[i] = lonLat[i].x;
-          y[i] = lonLat[i].y;
-        }
-      }
-      if (!internal::ConvertFromGeographic(to_, count, x, y, z)) return Fail(success, count);
+      if (!ProjectCoordinates(from_, to_, transformation_, direction_, count, x, y, z)) return Fail(success, count);
     } catch (...) {
       // OGR is C++ but not written for exceptions passing through it.
       failure_ = std::current_exception();
@@ -71,6 +79,10 @@ class StepwiseTransformation final : public OGRCoordinateTransformation {
   std::exception_ptr failure_;
 };
 
+[[noreturn]] void ThrowNotProjected(const SpatialReference& from, const SpatialReference& to) {
+  internal::ThrowGdalError(kSource, "The geometry could not be projected from " + from.Name() + " to " + to.Name());
+}
+
 Geometry ProjectGeometry(const Geometry& source, const SpatialReference& to, const GeoTransformation* transformation,
                          TransformDirection direction) {
   const SpatialReference& from = source.SpatialRef();
@@ -84,7 +96,7 @@ Geometry ProjectGeometry(const Geometry& source, const SpatialReference& to, con
   result.impl()->geom->assignSpatialReference(nullptr);
   if (status != OGRERR_NONE) {
     if (steps.Failure()) std::rethrow_exception(steps.Failure());
-    internal::ThrowGdalError(kSource, "The geometry could not be projected from " + from.Name() + " to " + to.Name());
+    ThrowNotProjected(from, to);
   }
   return result;
 }
@@ -98,6 +110,23 @@ Geometry Geometry::Project(const SpatialReference& to) const {
 Geometry Geometry::ProjectEx(const SpatialReference& to, const GeoTransformation& transformation,
                              TransformDirection direction) const {
   return ProjectGeometry(*this, to, &transformation, direction);
+}
+
+void ProjectPoints(std::span<XY> points, const SpatialReference& from, const SpatialReference& to,
+                   const GeoTransformation* transformation, TransformDirection direction) {
+  if (points.empty() || from.IsUnknown() || to.IsUnknown()) return;
+  const auto count = points.size();
+  std::vector<double> x(count), y(count), z(count, 0.0);
+  for (std::size_t i = 0; i < count; ++i) {
+    x[i] = points[i].x;
+    y[i] = points[i].y;
+  }
+  internal::QuietGdalErrors quiet;
+  if (!ProjectCoordinates(from, to, transformation, direction, static_cast<int>(count), x.data(), y.data(),
+                          z.data())) {
+    ThrowNotProjected(from, to);
+  }
+  for (std::size_t i = 0; i < count; ++i) points[i] = {x[i], y[i]};
 }
 
 }  // namespace tarnwick::platform

@@ -54,6 +54,29 @@ TEST(Project, ProjectExReportsATransformationThatCannotBeApplied) {
   EXPECT_THROW(source.ProjectEx(SpatialReference::FromEpsg(26910), unknown, TransformDirection::Forward), PlatformError);
 }
 
+TEST(Project, PointsInABatchLandWhereEachPointAloneLands) {
+  const auto nad27Utm = SpatialReference::FromEpsg(26710);
+  const auto wgs84 = SpatialReference::FromEpsg(4326);
+  const GeoTransformation shift{"NAD_1927_To_WGS_1984_4", 1173, "EPSG", 4267, 4326};
+  std::vector<XY> points;
+  for (int i = 0; i < 50; ++i) points.push_back({420000.0 + 1234.5 * i, 4300000.0 + 987.25 * i});
+
+  std::vector<XY> plain = points;
+  ProjectPoints(plain, nad27Utm, wgs84);
+  std::vector<XY> shifted = points;
+  ProjectPoints(shifted, nad27Utm, wgs84, &shift, TransformDirection::Forward);
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    const auto alone = Geometry::MakePoint(points[i].x, points[i].y, nad27Utm);
+    EXPECT_EQ(plain[i], alone.Project(wgs84).PointXY());
+    EXPECT_EQ(shifted[i], alone.ProjectEx(wgs84, shift, TransformDirection::Forward).PointXY());
+  }
+  EXPECT_NE(plain[0], shifted[0]);
+
+  std::vector<XY> unknown = points;
+  ProjectPoints(unknown, SpatialReference(), wgs84);
+  EXPECT_EQ(unknown, points);
+}
+
 TEST(Project, AzimuthalEquidistantMeasuresMetresFromItsCentre) {
   const auto wgs84 = SpatialReference::FromEpsg(4326);
   const auto ae = SpatialReference::AzimuthalEquidistant(-122, 45);
