@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <string>
+#include <vector>
 
 #include "platform/errors.h"
 #include "presentation/error_handling.h"
@@ -19,6 +20,21 @@ namespace {
 // hundredth of the points, rounded half to even.
 long YieldInterval(std::int64_t points) { return static_cast<long>(std::nearbyint(static_cast<double>(points) / 100.0)); }
 
+constexpr std::size_t kPointsPerBatch = 4096;
+// A little more than a typical record, so that the text is seldom moved as
+// it grows; pages reserved and never written cost no memory.
+constexpr std::size_t kReservedBytesPerRecord = 64;
+
+// Points read but not yet written: their coordinates and field values.
+struct PointBatch {
+  std::vector<platform::XY> xy;
+  std::vector<std::vector<platform::Value>> values;
+  void Clear() {
+    xy.clear();
+    values.clear();
+  }
+};
+
 }  // namespace
 
 WaypointResult CreateWaypointFile(platform::host::Application& application,
@@ -32,9 +48,9 @@ WaypointResult CreateWaypointFile(platform::host::Application& application,
       RaiseError(platform::kErrObjectNotSet, "CreateWaypointFile",
                  "The point layer '" + parameters.pointLayer.name + "' has no feature class.");
     }
-    const int plotIdIndex = featureClass->FindField(parameters.plotIdField.name);
-    const int standIdIndex = parameters.standIdField ? featureClass->FindField(parameters.standIdField->name) : -1;
-    const int elevationIndex =
+    const auto plotIdIndex = featureClass->FindField(parameters.plotIdField.name);
+    const auto standIdIndex = parameters.standIdField ? featureClass->FindField(parameters.standIdField->name) : -1;
+    const auto elevationIndex =
         parameters.elevationField ? featureClass->FindField(parameters.elevationField->name) : -1;
     if (plotIdIndex < 0) {
       RaiseError(platform::kErrInvalidProcedureCall, "CreateWaypointFile",
@@ -64,6 +80,25 @@ WaypointResult CreateWaypointFile(platform::host::Application& application,
     const long interval = YieldInterval(points);
     long sinceYield = 0;
     std::string text;
+    text.reserve(static_cast<std::size_t>(points) * kReservedBytesPerRecord);
+    PointBatch batch;
+    // Points are projected a batch at a time, which costs far less than one
+    // geometry at a time; records keep the order of the cursor.
+    auto writeBatch = [&] {
+      if (mustProject) {
+        platform::ProjectPoints(batch.xy, source, target, parameters.transformation ? &*parameters.transformation : nullptr,
+                                parameters.direction);
+      }
+      for (std::size_t i = 0; i < batch.xy.size(); ++i) {
+        const auto& values = batch.values[i];
+        auto field = [&values](int index) { return index >= 0 ? &values.at(static_cast<std::size_t>(index)) : nullptr; };
+        AppendWaypointRecord(text, *field(plotIdIndex), batch.xy[i].y, batch.xy[i].x, field(elevationIndex),
+                             field(standIdIndex));
+        text += "\r\n";
+      }
+      result.records += static_cast<std::int64_t>(batch.xy.size());
+      batch.Clear();
+    };
     while (auto feature = cursor->NextFeature()) {
       statusBar.Step();
       if (++sinceYield >= interval) {
@@ -75,21 +110,11 @@ WaypointResult CreateWaypointFile(platform::host::Application& application,
                    "Point feature " + std::to_string(feature->oid) + " of '" + featureClass->Name() +
                        "' has no geometry.");
       }
-      platform::Geometry point = feature->shape;
-      if (mustProject) {
-        point = parameters.transformation ? point.ProjectEx(target, *parameters.transformation, parameters.direction)
-                                          : point.Project(target);
-      }
-      const platform::XY xy = point.PointXY();
-      const auto& values = feature->values;
-      std::optional<platform::Value> elevation;
-      std::optional<platform::Value> standId;
-      if (elevationIndex >= 0) elevation = values.at(static_cast<size_t>(elevationIndex));
-      if (standIdIndex >= 0) standId = values.at(static_cast<size_t>(standIdIndex));
-      text += FormatWaypointRecord(values.at(static_cast<size_t>(plotIdIndex)), xy.y, xy.x, elevation, standId);
-      text += "\r\n";
-      ++result.records;
+      batch.xy.push_back(feature->shape.PointXY());
+      batch.values.push_back(std::move(feature->values));
+      if (batch.xy.size() == kPointsPerBatch) writeBatch();
     }
+    writeBatch();
 
     WriteTextFile(application, parameters.outputPath, text, true);
     statusBar.HideProgressBar();

@@ -21,6 +21,7 @@ long long RoundDecimalHalfAway(double value);
 // sign (its degrees are 0); both are kept on purpose, field devices read
 // files written this way.
 std::string FormatWaypointCoordinate(double decimalDegrees);
+void AppendWaypointCoordinate(std::string& out, double decimalDegrees);
 
 // The record without its line end. A Null Plot ID reads "<Null>"; a missing
 // or Null elevation "0.0"; a missing or Null Stand ID leaves only the tag.
@@ -28,5 +29,8 @@ std::string FormatWaypointCoordinate(double decimalDegrees);
 std::string FormatWaypointRecord(const platform::Value& plotId, double latitude, double longitude,
                                  const std::optional<platform::Value>& elevation,
                                  const std::optional<platform::Value>& standId);
+// The same record appended to `out`; a null pointer stands for a missing field.
+void AppendWaypointRecord(std::string& out, const platform::Value& plotId, double latitude, double longitude,
+                          const platform::Value* elevation, const platform::Value* standId);
 
 }  // namespace tarnwick

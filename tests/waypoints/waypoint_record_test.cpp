@@ -1,6 +1,11 @@
 #include "waypoints/waypoint_record.h"
 
 #include <gtest/gtest.h>
+#include <fmt/core.h>
+
+#include <cmath>
+#include <random>
+#include <string>
 
 namespace tarnwick {
 namespace {
@@ -25,6 +30,18 @@ TEST(WaypointCoordinate, RoundsHalfAwayFromZeroOnTheDecimalValue) {
   EXPECT_EQ(RoundDecimalHalfAway(2.5), 3);
   EXPECT_EQ(RoundDecimalHalfAway(-2.5), -3);
   EXPECT_EQ(RoundDecimalHalfAway(2.4999), 2);
+  // The shortcut that skips the decimal text agrees with it everywhere,
+  // including values a hair off a half and seconds near their limit.
+  auto byText = [](double v) { return static_cast<long long>(std::round(std::stod(fmt::format("{:.15g}", v)))); };
+  std::mt19937_64 random(7);
+  std::uniform_real_distribution<double> seconds(0.0, 60.0);
+  for (int i = 0; i < 200000; ++i) {
+    const double v = seconds(random) * 10000.0;
+    ASSERT_EQ(RoundDecimalHalfAway(v), byText(v)) << fmt::format("{:.17g}", v);
+    const double nearHalf = std::nextafter(std::floor(v) + 0.5, (i % 2) ? 1e9 : -1e9);
+    ASSERT_EQ(RoundDecimalHalfAway(nearHalf), byText(nearHalf)) << fmt::format("{:.17g}", nearHalf);
+    ASSERT_EQ(RoundDecimalHalfAway(-nearHalf), byText(-nearHalf));
+  }
   EXPECT_EQ(FormatPicture(7, 2), "07");
   EXPECT_EQ(FormatPicture(-7, 2), "-07");
   EXPECT_EQ(FormatPicture(122, 2), "122");
