@@ -27,20 +27,25 @@ std::string DuplicateCheckProgressText(std::int64_t count, std::int64_t total) {
 std::string CheckForDuplicatePlotIDs(platform::FeatureCursor& cursor, int plotIdIndex, std::int64_t total,
                                      const std::function<void(const std::string&)>& onProgress) {
   return Guarded("CheckForDuplicatePlotIDs", "...Form = frmLayerID", [&] {
-    std::unordered_map<std::string, std::int64_t> occurrences;
-    std::vector<std::string> firstAppearance;
+    // Each distinct text once, in the order it first appears, with its count.
+    std::vector<std::pair<std::string, std::int64_t>> seen;
+    std::unordered_map<std::string, std::size_t> slotOf;
     std::int64_t count = 0;
     while (auto feature = cursor.NextFeature()) {
       ++count;
       if (onProgress) onProgress(DuplicateCheckProgressText(count, total));
       const auto& value = feature->values.at(static_cast<size_t>(plotIdIndex));
-      const std::string text = platform::IsNull(value) ? "<Null>" : platform::ValueToText(value);
-      if (occurrences[text]++ == 0) firstAppearance.push_back(text);
+      std::string text = platform::IsNull(value) ? "<Null>" : platform::ValueToText(value);
+      const auto [slot, added] = slotOf.try_emplace(std::move(text), seen.size());
+      if (added) {
+        seen.emplace_back(slot->first, 1);
+      } else {
+        ++seen[slot->second].second;
+      }
     }
     if (count == 0) return std::string("No Features Found...");
     std::string result;
-    for (const auto& text : firstAppearance) {
-      const auto n = occurrences[text];
+    for (const auto& [text, n] : seen) {
       if (n < 2) continue;
       if (result.empty()) result = "Duplicate Plot IDs Found:\r\n";
       result += "  --> " + text + ":  n = " + FormatThousands(n) + "\r\n";
