@@ -21,13 +21,24 @@ using platform::host::MessageButtons;
 using platform::host::MessageIcon;
 using platform::host::MessageResult;
 
-// Replaces the file's content with text and one CR LF.
+// Replaces the file's content with text and one CR LF. The text goes to a
+// file beside it first and takes the name only once all of it is written, so
+// a failure (a full disk, say) leaves the old file or none, never half a file.
 void WriteWithLineEnd(const std::string& path, std::string_view text) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  std::error_code ec;
+  if (fs::exists(path, ec) && ::access(path.c_str(), W_OK) != 0) {
+    RaiseError(platform::kErrPathNotFound, std::string(kModule), "Unable to open file for writing: " + path);
+  }
+  const std::string partial = path + ".partial";
+  std::ofstream out(partial, std::ios::binary | std::ios::trunc);
   if (!out) RaiseError(platform::kErrPathNotFound, std::string(kModule), "Unable to open file for writing: " + path);
   out << text << "\r\n";
   out.close();
-  if (!out) RaiseError(platform::kErrPermissionDenied, std::string(kModule), "Unable to write file: " + path);
+  if (out) fs::rename(partial, path, ec);
+  if (!out || ec) {
+    fs::remove(partial, ec);
+    RaiseError(platform::kErrPermissionDenied, std::string(kModule), "Unable to write file: " + path);
+  }
 }
 
 bool WriteAsking(platform::host::Application& application, const std::string& path, std::string_view text,

@@ -56,6 +56,11 @@ TEST(FileOperations, UnwritablePathClimbsTheErrorRoad) {
   testkit::TempDir dir;
   testkit::FakeApplication app;
   EXPECT_THROW(WriteTextFile(app, dir / "missing/x.txt", "t", true), RoutineError);
+  // A text that cannot take its name leaves nothing of itself behind.
+  std::filesystem::create_directories(dir.path() / "taken.txt/inside");
+  EXPECT_THROW(WriteTextFileOverwrite(dir / "taken.txt", "t"), RoutineError);
+  EXPECT_TRUE(std::filesystem::is_directory(dir.path() / "taken.txt/inside"));
+  EXPECT_FALSE(std::filesystem::exists(dir.path() / "taken.txt.partial"));
 }
 
 TEST(FileOperations, NestedFolderListingIsSortedAndAppended) {
