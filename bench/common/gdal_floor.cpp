@@ -64,7 +64,7 @@ double GdalWritePoints(const std::string& gpkgPath, const std::string& layerName
     feature.SetGeometry(std::make_unique<OGRPoint>(p.x, p.y).get());
     feature.SetField(0, "S-00001");
     feature.SetField(1, std::to_string(++n).c_str());
-    layer->CreateFeature(&feature);
+    if (layer->CreateFeature(&feature) != OGRERR_NONE) throw std::runtime_error("cannot write a point");
   }
   ds->CommitTransaction();
   ds.reset();
@@ -98,7 +98,7 @@ double GdalReadAndWriteField(const std::string& gpkgPath, const std::string& lay
   layer->ResetReading();
   for (auto& feature : *layer) {
     feature->SetField(index, "S-00001");
-    layer->SetFeature(feature.get());
+    if (layer->SetFeature(feature.get()) != OGRERR_NONE) throw std::runtime_error("cannot rewrite a point");
   }
   ds->CommitTransaction();
   return Since(start);

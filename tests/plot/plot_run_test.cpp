@@ -150,7 +150,9 @@ TEST_F(PlotRun, NewClassReportParameterAndPurposeTexts) {
   for (int i = 0; i < 18; ++i) {
     EXPECT_EQ(platform::ValueToText(plots[i].values.at(plotField)), std::to_string(i + 1));
     EXPECT_EQ(platform::ValueToText(plots[i].values.at(standField)), i < 9 ? "A" : "B");
-    if (i < 3) EXPECT_EQ(plots[i].shape.PointXY(), firstRow[i]);
+    if (i < 3) {
+      EXPECT_EQ(plots[i].shape.PointXY(), firstRow[i]);
+    }
   }
   EXPECT_EQ(plots[8].shape.PointXY(), (XY{500080, 4000020}));
   EXPECT_EQ(plots[9].shape.PointXY(), (XY{500220, 4000080}));

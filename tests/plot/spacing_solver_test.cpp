@@ -10,6 +10,12 @@
 namespace tarnwick {
 namespace {
 
+platform::Field PlotsField() {
+  platform::Field field;
+  field.name = "Plots";
+  return field;
+}
+
 using platform::Geometry;
 using platform::SpatialReference;
 
@@ -79,7 +85,7 @@ TEST(SearchSpacingForCount, ZeroTargetBuildsNothingAndNegativeTargetFails) {
   const StandOriginContext origin = PrepareStandOrigin(polygon, NoAnchor{}, nullptr);
   platform::Feature stand;
   stand.values = {platform::Value{}, platform::Value{}, platform::Value{std::int64_t{0}}};
-  const SpacingOption fromField = PlotsFromField{2, platform::Field{"Plots"}, SpacingRatio::Of(SpacingRatioOption::Square)};
+  const SpacingOption fromField = PlotsFromField{2, PlotsField(), SpacingRatio::Of(SpacingRatioOption::Square)};
   StandGrid grid{polygon, prepared, stand, fromField, "Meters", origin, {}, "S1"};
   double orientation = 0;
   long iterations = 5;

@@ -57,11 +57,11 @@ TEST(Lookups, LayersByShapeValidOnlyInMapOrder) {
     return ws->CreateFeatureClass(newClass);
   };
   platform::host::Map map;
-  map.AddLayer({"Stands", make("stands", platform::GeometryType::Polygon)});
-  map.AddLayer({"Plots", make("plots", platform::GeometryType::Point)});
-  map.AddLayer({"Roads", make("roads", platform::GeometryType::Polyline)});
+  map.AddLayer({"Stands", make("stands", platform::GeometryType::Polygon), {}});
+  map.AddLayer({"Plots", make("plots", platform::GeometryType::Point), {}});
+  map.AddLayer({"Roads", make("roads", platform::GeometryType::Polyline), {}});
   map.AddLayer({"Broken", make("broken", platform::GeometryType::Point), {}, false});
-  map.AddLayer({"Old plots", make("old_plots", platform::GeometryType::Point)});
+  map.AddLayer({"Old plots", make("old_plots", platform::GeometryType::Point), {}});
 
   auto names = [](const std::vector<platform::FeatureLayer>& layers) {
     std::vector<std::string> n;
