@@ -2,8 +2,8 @@
 // stands only when the datum transformation is applied.
 #include <gtest/gtest.h>
 
+#include "cli/tarnwick_program.h"
 #include "platform/workspace.h"
-#include "testkit/run_command.h"
 
 namespace tarnwick {
 namespace {
@@ -71,7 +71,7 @@ TEST(DatumTransformCommand, PlotsLandInTheStandOnlyWithTheTransformation) {
   {
     testkit::TempDir dir;
     MakeData(dir);
-    const auto run = testkit::RunCommand(dir, TARNWICK_EXE, PlotLayout("NAD_1927_To_WGS_1984_4"));
+    const auto run = Tarnwick(dir, PlotLayout("NAD_1927_To_WGS_1984_4"));
     ASSERT_EQ(run.exitCode, 0) << run.err;
     EXPECT_NE(run.out.find("Stand Transformation to Plot Coordinate System:  NAD_1927_To_WGS_1984_4"),
               std::string::npos);
@@ -82,7 +82,7 @@ TEST(DatumTransformCommand, PlotsLandInTheStandOnlyWithTheTransformation) {
   {
     testkit::TempDir dir;
     MakeData(dir);
-    const auto run = testkit::RunCommand(dir, TARNWICK_EXE, PlotLayout("none"));
+    const auto run = Tarnwick(dir, PlotLayout("none"));
     ASSERT_EQ(run.exitCode, 0) << run.err;
     int total = 0;
     const int inside = PlotsInsideTrueStand(dir, total);
@@ -95,7 +95,7 @@ TEST(DatumTransformCommand, RefusesATransformationThatDoesNotJoinTheSystemsOrCan
   testkit::TempDir dir;
   MakeData(dir);
   // NAD 1983 to WGS 1984 does not start from the stands' NAD 1927.
-  const auto wrong = testkit::RunCommand(dir, TARNWICK_EXE, PlotLayout("NAD_1983_To_WGS_1984_1"));
+  const auto wrong = Tarnwick(dir, PlotLayout("NAD_1983_To_WGS_1984_1"));
   EXPECT_EQ(wrong.exitCode, 2) << wrong.err;
   int total = 0;
   PlotsInsideTrueStand(dir, total);
@@ -111,7 +111,7 @@ TEST(DatumTransformCommand, RefusesATransformationThatDoesNotJoinTheSystemsOrCan
       return false;
     }
   }();
-  const auto grid = testkit::RunCommand(dir, TARNWICK_EXE, PlotLayout("15851"));
+  const auto grid = Tarnwick(dir, PlotLayout("15851"));
   if (gridInstalled) {
     EXPECT_EQ(grid.exitCode, 0) << grid.err;
   } else {

@@ -1,13 +1,11 @@
 // The plot-layout subcommand run as a program on GeoPackage stands.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <sys/wait.h>
 
+#include "cli/tarnwick_program.h"
 #include "platform/workspace.h"
-#include "testkit/run_command.h"
 
 namespace tarnwick {
 namespace {
@@ -17,10 +15,6 @@ using platform::FieldType;
 using platform::Value;
 
 using CommandRun = testkit::CommandRun;
-
-CommandRun Tarnwick(const testkit::TempDir& dir, const std::string& arguments) {
-  return testkit::RunCommand(dir, TARNWICK_EXE, arguments);
-}
 
 std::string Square(double x, double y, double side) {
   auto p = [](double a, double b) { return std::to_string(a) + " " + std::to_string(b); };

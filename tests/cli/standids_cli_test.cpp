@@ -1,13 +1,11 @@
 // The import-stand-ids subcommand run as a program on a small GeoPackage.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <sys/wait.h>
 
+#include "cli/tarnwick_program.h"
 #include "platform/workspace.h"
-#include "testkit/run_command.h"
 
 namespace tarnwick {
 namespace {
@@ -17,10 +15,6 @@ using platform::FieldType;
 using platform::Value;
 
 using Run = testkit::CommandRun;
-
-Run Tarnwick(const testkit::TempDir& dir, const std::string& arguments) {
-  return testkit::RunCommand(dir, TARNWICK_EXE, arguments);
-}
 
 // "inv.gpkg": Stands (two squares, the second with an invalid twin when asked)
 // and Plots (three points, the last outside), both in UTM zone 10N.

@@ -3,22 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <string>
-#include <sys/wait.h>
 
+#include "cli/tarnwick_program.h"
 #include "platform/workspace.h"
-#include "testkit/run_command.h"
 #include "transform_option.h"
 
 namespace tarnwick {
 namespace {
 
 using CommandRun = testkit::CommandRun;
-
-CommandRun Tarnwick(const testkit::TempDir& dir, const std::string& arguments) {
-  return testkit::RunCommand(dir, TARNWICK_EXE, arguments);
-}
 
 // "alaska.gpkg" with class Stands: one square near Anchorage in NAD 1927.
 void MakeAlaskaStands(const testkit::TempDir& dir) {

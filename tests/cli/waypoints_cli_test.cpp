@@ -1,14 +1,12 @@
 // The waypoints subcommand run as a program on a small GeoPackage.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <sys/wait.h>
 
+#include "cli/tarnwick_program.h"
 #include "platform/workspace.h"
-#include "testkit/run_command.h"
 
 namespace tarnwick {
 namespace {
@@ -18,10 +16,6 @@ using platform::FieldType;
 using platform::Value;
 
 using Run = testkit::CommandRun;
-
-Run Tarnwick(const testkit::TempDir& dir, const std::string& arguments) {
-  return testkit::RunCommand(dir, TARNWICK_EXE, arguments);
-}
 
 // "plots.gpkg" with class Plots (WGS 1984): PlotID, StandID, Elev.
 void MakePlots(const testkit::TempDir& dir, const std::vector<std::int64_t>& ids) {
