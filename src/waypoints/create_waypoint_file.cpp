@@ -48,9 +48,9 @@ WaypointResult CreateWaypointFile(platform::host::Application& application,
       RaiseError(platform::kErrObjectNotSet, "CreateWaypointFile",
                  "The point layer '" + parameters.pointLayer.name + "' has no feature class.");
     }
-    const auto plotIdIndex = featureClass->FindField(parameters.plotIdField.name);
-    const auto standIdIndex = parameters.standIdField ? featureClass->FindField(parameters.standIdField->name) : -1;
-    const auto elevationIndex =
+    const int plotIdIndex = featureClass->FindField(parameters.plotIdField.name);
+    const int standIdIndex = parameters.standIdField ? featureClass->FindField(parameters.standIdField->name) : -1;
+    const int elevationIndex =
         parameters.elevationField ? featureClass->FindField(parameters.elevationField->name) : -1;
     if (plotIdIndex < 0) {
       RaiseError(platform::kErrInvalidProcedureCall, "CreateWaypointFile",
@@ -86,12 +86,14 @@ WaypointResult CreateWaypointFile(platform::host::Application& application,
     // geometry at a time; records keep the order of the cursor.
     auto writeBatch = [&] {
       if (mustProject) {
-        platform::ProjectPoints(batch.xy, source, target, parameters.transformation ? &*parameters.transformation : nullptr,
-                                parameters.direction);
+        const auto* transformation = parameters.transformation ? &*parameters.transformation : nullptr;
+        platform::ProjectPoints(batch.xy, source, target, transformation, parameters.direction);
       }
       for (std::size_t i = 0; i < batch.xy.size(); ++i) {
         const auto& values = batch.values[i];
-        auto field = [&values](int index) { return index >= 0 ? &values.at(static_cast<std::size_t>(index)) : nullptr; };
+        auto field = [&values](int index) {
+          return index >= 0 ? &values.at(static_cast<std::size_t>(index)) : nullptr;
+        };
         AppendWaypointRecord(text, *field(plotIdIndex), batch.xy[i].y, batch.xy[i].x, field(elevationIndex),
                              field(standIdIndex));
         text += "\r\n";
