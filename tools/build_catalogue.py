@@ -28,6 +28,10 @@ import sqlite3
 import sys
 
 HERE = os.path.dirname(os.path.abspath(__file__))
+
+# Short area names that EPSG cuts off mid-word, by operation code, written
+# out as the area's full description has them (speculative seismic data).
+AREA_NAMES_IN_FULL = {"1321": "Angola - offshore blocks 7 8 24 + WGC speculative"}
 ROOT = os.path.dirname(HERE)
 UNKNOWN_ACCURACY = "999"
 OPERATION_TABLES = ("grid_transformation", "helmert_transformation",
@@ -165,6 +169,7 @@ def main():
             if ext is None:
                 ext = (-180.0, 180.0, -90.0, 90.0, "World")
             west, east, south, north, area = ext
+            area = AREA_NAMES_IN_FULL.get(code, area)
             if (west, east, south, north) == (-180, 180, -90, 90):
                 area = "World"
             lon, lat = centre(west, east, south, north)
