@@ -4,8 +4,6 @@
 //
 //   plot_layout_bench [STANDS=10000] [WORK_FOLDER=fresh folder under /tmp]
 #include <algorithm>
-#include <cstdio>
-#include <exception>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -183,10 +181,5 @@ int Main(int argc, char** argv) {
 }  // namespace tarnwick::bench
 
 int main(int argc, char** argv) {
-  try {
-    return tarnwick::bench::Main(argc, argv);
-  } catch (const std::exception& e) {
-    std::fprintf(stderr, "plot_layout_bench: %s\n", e.what());
-    return 1;
-  }
+  return tarnwick::bench::RunBenchmark("plot_layout_bench", tarnwick::bench::Main, argc, argv);
 }

@@ -3,8 +3,6 @@
 // of a copy and writing one text field.
 //
 //   standids_bench [STANDS=10000] [POINTS=1000000] [WORK_FOLDER=fresh folder under /tmp]
-#include <cstdio>
-#include <exception>
 #include <filesystem>
 #include <string>
 
@@ -79,10 +77,5 @@ int Main(int argc, char** argv) {
 }  // namespace tarnwick::bench
 
 int main(int argc, char** argv) {
-  try {
-    return tarnwick::bench::Main(argc, argv);
-  } catch (const std::exception& e) {
-    std::fprintf(stderr, "standids_bench: %s\n", e.what());
-    return 1;
-  }
+  return tarnwick::bench::RunBenchmark("standids_bench", tarnwick::bench::Main, argc, argv);
 }

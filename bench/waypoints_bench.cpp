@@ -2,9 +2,7 @@
 // alone reading the same class.
 //
 //   waypoints_bench [POINTS=1000000] [WORK_FOLDER=fresh folder under /tmp]
-#include <cstdio>
 #include <algorithm>
-#include <exception>
 #include <span>
 #include <filesystem>
 #include <string>
@@ -169,10 +167,5 @@ int Main(int argc, char** argv) {
 }  // namespace tarnwick::bench
 
 int main(int argc, char** argv) {
-  try {
-    return tarnwick::bench::Main(argc, argv);
-  } catch (const std::exception& e) {
-    std::fprintf(stderr, "waypoints_bench: %s\n", e.what());
-    return 1;
-  }
+  return tarnwick::bench::RunBenchmark("waypoints_bench", tarnwick::bench::Main, argc, argv);
 }

@@ -64,4 +64,13 @@ std::int64_t FileSize(const std::string& path) {
   return ec ? -1 : static_cast<std::int64_t>(size);
 }
 
+int RunBenchmark(const char* program, int (*benchmarkMain)(int, char**), int argc, char** argv) {
+  try {
+    return benchmarkMain(argc, argv);
+  } catch (const std::exception& e) {
+    std::fprintf(stderr, "%s: %s\n", program, e.what());
+    return 1;
+  }
+}
+
 }  // namespace tarnwick::bench

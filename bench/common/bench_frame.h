@@ -43,4 +43,8 @@ class FigureTable {
 std::string RatioText(double toolSeconds, double floorSeconds, double target);
 std::int64_t FileSize(const std::string& path);
 
+// Runs a benchmark's main, printing "program: what went wrong" and returning
+// 1 when it throws.
+int RunBenchmark(const char* program, int (*benchmarkMain)(int, char**), int argc, char** argv);
+
 }  // namespace tarnwick::bench
