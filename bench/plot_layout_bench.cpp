@@ -11,6 +11,7 @@
 
 #include <fmt/format.h>
 
+#include "platform/host/memory_map_document.h"
 #include "common/bench_frame.h"
 #include "common/gdal_floor.h"
 #include "common/inventory.h"
@@ -50,7 +51,7 @@ PlotLayoutParameters BaseParameters(const std::string& standsPath, const std::st
 
 RunFigures Run(const PlotLayoutParameters& parameters) {
   QuietApplication application;
-  platform::host::MapDocument document("", "bench");
+  platform::host::MemoryMapDocument document("", "bench");
   RunFigures figures;
   ResetPeakRss();
   figures.startRssMiB = CurrentRssMiB();

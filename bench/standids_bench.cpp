@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "platform/host/memory_map_document.h"
 #include "common/bench_frame.h"
 #include "common/gdal_floor.h"
 #include "common/inventory.h"
@@ -47,7 +48,7 @@ int Main(int argc, char** argv) {
     parameters.pointLayer = platform::OpenFeatureLayer(pointsPath + "|layername=Plots");
     parameters.cloneStandIdField = true;
     QuietApplication application;
-    platform::host::MapDocument document("", "bench");
+    platform::host::MemoryMapDocument document("", "bench");
     ResetPeakRss();
     const Stopwatch watch;
     result = ImportStandIDValues(application, &document, parameters);

@@ -10,6 +10,7 @@
 
 #include <fmt/format.h>
 
+#include "platform/host/memory_map_document.h"
 #include "common/bench_frame.h"
 #include "common/gdal_floor.h"
 #include "common/inventory.h"
@@ -120,7 +121,7 @@ int Main(int argc, char** argv) {
   parameters.outputPath = wayPath;
 
   QuietApplication application;
-  platform::host::MapDocument document("", "bench");
+  platform::host::MemoryMapDocument document("", "bench");
   const double baselineRss = CurrentRssMiB();
   ResetPeakRss();
   const Stopwatch watch;

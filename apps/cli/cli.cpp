@@ -1,3 +1,4 @@
+#include "platform/host/memory_map_document.h"
 #include "cli.h"
 
 #include <cstdio>
@@ -39,7 +40,7 @@ int Main(int argc, char** argv) {
         }
         return overwrite ? MessageResult::OK : MessageResult::Cancel;
       });
-  platform::host::MapDocument document("", "Untitled");
+  platform::host::MemoryMapDocument document("", "Untitled");
   CommandContext context{application, document, overwrite};
   try {
     return action ? action(context) : kExitBadInput;

@@ -57,7 +57,7 @@ std::string ReturnLineText(long line) {
 
 void DeleteGraphicsByName(platform::host::Map& map, std::string_view name) {
   Guarded("DeleteGraphicsByName", kModule, [&] {
-    std::erase_if(map.GraphicNames(), [&](const std::string& g) { return EqualsIgnoreCase(g, name); });
+    map.DeleteGraphicsByName(name);
   });
 }
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string>
 
+#include "platform/host/memory_map_document.h"
 #include "cli/tarnwick_program.h"
 #include "platform/workspace.h"
 #include "transform_option.h"
@@ -75,7 +76,7 @@ TEST(TransformsCommand, SameSystemNoneKnownAndBadInput) {
 
 struct OptionRun {
   platform::host::TerminalApplication application{stderr};
-  platform::host::MapDocument document{"", "Untitled"};
+  platform::host::MemoryMapDocument document{"", "Untitled"};
   cli::CommandContext context{application, document};
   cli::TransformOption option;
 

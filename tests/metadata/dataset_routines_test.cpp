@@ -5,6 +5,7 @@
 #include <cmath>
 #include <filesystem>
 
+#include "platform/host/memory_map_document.h"
 #include "dataset_fixture.h"
 #include "metadata/metadata_functions.h"
 #include "platform/host/map_document.h"
@@ -160,7 +161,7 @@ TEST_P(MetadataOnStores, FieldLookupDatesStatusMaintenanceAndVersion) {
   EXPECT_EQ(set.GetProperty("dataIdInfo/resMaint/maintFreq/MaintFreqCd/@value"), "009");
   EXPECT_EQ(set.GetProperty("distInfo/distFormat/formatVer"), "v1");
 
-  platform::host::MapDocument document("/maps/forest.qgz", "forest");
+  platform::host::MemoryMapDocument document("/maps/forest.qgz", "forest");
   EXPECT_EQ(SetFormatVersion(*plots, "", true, &document, app), "Succeeded");
   set = ReturnMetadataPropertySet(*plots);
   EXPECT_EQ(set.GetProperty("distInfo/distFormat/formatVer"), "Created in ArcGIS Version 10.2");

@@ -1,6 +1,7 @@
 // What a run leaves in its output's metadata, and repair of invalid stands.
 #include <gtest/gtest.h>
 
+#include "platform/host/memory_map_document.h"
 #include "metadata/document_io.h"
 #include "platform/host/map_document.h"
 #include "plot/plot_run.h"
@@ -34,7 +35,7 @@ class PlotRunRecords : public ::testing::Test {
 
   testkit::TempDir dir;
   testkit::FakeApplication app;
-  platform::host::MapDocument document;
+  platform::host::MemoryMapDocument document;
   const platform::SpatialReference utm = platform::SpatialReference::FromEpsg(26910);
 };
 

@@ -1,5 +1,6 @@
 // Whole plot runs on GeoPackage stands: the points written, their numbers,
 // and the three texts of a run.
+#include "platform/host/memory_map_document.h"
 #include "plot/plot_run.h"
 
 #include <gtest/gtest.h>
@@ -59,7 +60,7 @@ class PlotRun : public ::testing::Test {
 
   testkit::TempDir dir;
   testkit::FakeApplication app;
-  platform::host::MapDocument document;
+  platform::host::MemoryMapDocument document;
   const SpatialReference utm = SpatialReference::FromEpsg(26910);
 };
 

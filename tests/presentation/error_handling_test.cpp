@@ -1,3 +1,4 @@
+#include "platform/host/memory_map_document.h"
 #include "presentation/error_handling.h"
 
 #include <gtest/gtest.h>
@@ -44,7 +45,7 @@ class InTempWorkingDir {
 TEST(ErrorRoad, NestedRoutinesStackInnermostLastAndLogBesideTheDocument) {
   testkit::TempDir dir;
   testkit::FakeApplication app;
-  platform::host::MapDocument doc(dir / "stands.mxd", "stands");
+  platform::host::MemoryMapDocument doc(dir / "stands.mxd", "stands");
 
   ErrorLog log;
   long entryLine = 0;
@@ -101,7 +102,7 @@ TEST(ErrorRoad, InnerLevelsKeepNumberAndSourceOfPlatformErrors) {
 TEST(ErrorRoad, ErrorAtTheEntryPointShowsTheBanner) {
   testkit::TempDir dir;
   testkit::FakeApplication app;  // version 1.2.3
-  platform::host::MapDocument doc(dir / "sub/../inventory.mxd", "inventory");
+  platform::host::MemoryMapDocument doc(dir / "sub/../inventory.mxd", "inventory");
   fs::create_directories(dir.path() / "sub");
 
   ErrorLog log;
@@ -141,7 +142,7 @@ TEST(ErrorRoad, NoApplicationOrDocumentLogsInTheWorkingDirectory) {
 TEST(ErrorRoad, UnwritableLogStillShowsTheStackAndNeverThrows) {
   testkit::TempDir dir;
   testkit::FakeApplication app;
-  platform::host::MapDocument doc(dir / "missing/folder/x.mxd", "x");
+  platform::host::MemoryMapDocument doc(dir / "missing/folder/x.mxd", "x");
   ErrorLog log;
   try {
     Level2();
@@ -156,7 +157,7 @@ TEST(ErrorRoad, UnwritableLogStillShowsTheStackAndNeverThrows) {
 TEST(ErrorRoad, CalledWithNoErrorInFlightStillReports) {
   testkit::TempDir dir;
   testkit::FakeApplication app;
-  platform::host::MapDocument doc(dir / "x.mxd", "x");
+  platform::host::MemoryMapDocument doc(dir / "x.mxd", "x");
   const ErrorLog log = HandleErrorAtEntryPoint("Run", "M", &app, &doc, {});
   EXPECT_EQ(app.windows.size(), 1u);
   EXPECT_FALSE(log.path.empty());

@@ -1,3 +1,4 @@
+#include "platform/host/memory_map_document.h"
 #include "support/lookups.h"
 
 #include <gtest/gtest.h>
@@ -56,7 +57,7 @@ TEST(Lookups, LayersByShapeValidOnlyInMapOrder) {
     newClass.spatialReference = platform::SpatialReference::FromEpsg(26910);
     return ws->CreateFeatureClass(newClass);
   };
-  platform::host::Map map;
+  platform::host::MemoryMap map;
   map.AddLayer({"Stands", make("stands", platform::GeometryType::Polygon), {}});
   map.AddLayer({"Plots", make("plots", platform::GeometryType::Point), {}});
   map.AddLayer({"Roads", make("roads", platform::GeometryType::Polyline), {}});
@@ -73,7 +74,7 @@ TEST(Lookups, LayersByShapeValidOnlyInMapOrder) {
   EXPECT_EQ(names(ReturnLayersByType(map, 8 + 16)), (std::vector<std::string>{"Plots", "Roads", "Old plots"}));
   EXPECT_EQ(names(ReturnLayersByType(map, 1)).size(), 4u);
   EXPECT_TRUE(ReturnLayersByType(map, 64).empty());
-  platform::host::Map empty;
+  platform::host::MemoryMap empty;
   EXPECT_TRUE(ReturnLayersByType(empty, 1).empty());
 }
 
@@ -114,8 +115,8 @@ TEST(HostOperations, VersionsLinesUsersAndGraphics) {
   EXPECT_FALSE(user.empty());
   EXPECT_NE(user.front(), ' ');
 
-  platform::host::Map map;
-  map.GraphicNames() = {"Delete_Me_Tarnwick", "label", "delete_me_tarnwick"};
+  platform::host::MemoryMap map;
+  for (const char* name : {"Delete_Me_Tarnwick", "label", "delete_me_tarnwick"}) map.AddGraphic({name});
   DeleteGraphicsByName(map, "Delete_Me_Tarnwick");
   EXPECT_EQ(map.GraphicNames(), (std::vector<std::string>{"label"}));
 }

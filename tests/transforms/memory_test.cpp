@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "platform/host/memory_map_document.h"
 #include "fixtures.h"
 #include "platform/predefined_transformations.h"
 #include "transforms/transform_search.h"
@@ -15,7 +16,7 @@ GeoTransformation Predefined(const char* name) { return *platform::FindPredefine
 
 TEST(ReturnTransformFromMemory, FindsAStoredTransformationInBothDirections) {
   testkit::TempDir dir;
-  platform::host::Map map;
+  platform::host::MemoryMap map;
   TransformationDefaults defaults;
   const auto nadcon = Predefined("NAD_1927_To_NAD_1983_NADCON");
   bool error = true;
@@ -60,7 +61,7 @@ TEST(ReturnTransformFromMemory, FindsAStoredTransformationInBothDirections) {
 }
 
 TEST(ReturnTransformFromMemory, ReportsWhyNothingFits) {
-  platform::host::Map map;
+  platform::host::MemoryMap map;
   TransformationDefaults defaults;
   std::optional<GeoTransformation> found;
   bool needed = false, error = false;

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "platform/host/memory_map_document.h"
 #include "fixtures.h"
 #include "testkit/fake_application.h"
 #include "transforms/selection_sequence.h"
@@ -17,7 +18,7 @@ using testing::Epsg;
 TEST(SelectGeoTransformation, SearchesOnceThenFindsItInTheMap) {
   testkit::TempDir dir;
   testkit::FakeApplication app;
-  platform::host::Map map;
+  platform::host::MemoryMap map;
   TransformationDefaults defaults;
   auto stands = testing::SquareLayer(dir, "Stands", Epsg(26710), 630000, 4270000, 1000);
   auto plots = testing::SquareLayer(dir, "Plots", Epsg(26910), 630000, 4270000, 1000);

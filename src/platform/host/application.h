@@ -1,8 +1,10 @@
 #pragma once
 // The host services a tool run uses: the status bar with its progressor,
 // message boxes, the shared message window, the user's name and the
-// product's version. The command line and the desktop each implement them;
-// tests use a fake.
+// product's version; and those only the desktop has: the current map tool,
+// save dialogs, report windows and opening a document. The command line and
+// the desktop each implement them; tests use a fake.
+#include <optional>
 #include <string>
 
 namespace tarnwick::platform::host {
@@ -28,6 +30,33 @@ struct Version {
   int revision = 0;
 };
 
+// What a save dialog over datasets returns: the name typed, the location
+// chosen (a folder, a .gdb or .gpkg, or a feature dataset inside one) and the
+// location's kind as the host names it ("Folder", "File Geodatabase",
+// "File Geodatabase Feature Dataset", ...).
+struct DatasetSaveChoice {
+  std::string name;
+  std::string location;
+  std::string category;
+};
+
+struct FileSaveRequest {
+  std::string title;
+  std::string filter;  // "Description (*.ext)|*.ext"
+  std::string initialDirectory;
+  std::string fileName;
+};
+
+enum class ReportWindow { Modal, Modeless };
+
+// A report to show in a report window: RTF, or plain text when it does not
+// start with "{\rtf".
+struct ReportRequest {
+  std::string text;
+  std::string caption;  // the window's caption; empty keeps the window's own
+  ReportWindow window = ReportWindow::Modal;
+};
+
 class Application {
  public:
   virtual ~Application() = default;
@@ -42,6 +71,30 @@ class Application {
   virtual Version GetVersion() const = 0;
   // The host's version number as the metadata's format version reads it.
   virtual int VersionNumber() const = 0;
+
+  // Desktop services. A host without a desktop (the command line) keeps the
+  // defaults: no map tool, every dialog cancelled, reports and documents
+  // left unshown.
+
+  // The map tool in use, by the command's ProgID ("Tarnwick.clsSelPointTool");
+  // empty when the host's own or no tool is in use. Setting "" drops ours.
+  virtual std::string CurrentTool() const { return {}; }
+  virtual void SetCurrentTool(const std::string& progId) {}
+  // Asks the host to read a command's Enabled state again (its button).
+  virtual void RefreshCommandItem(const std::string& progId) {}
+  // Save dialogs; nullopt when the user cancels.
+  virtual std::optional<DatasetSaveChoice> BrowseForNewDataset(const std::string& title,
+                                                               const std::string& suggestedName) {
+    return std::nullopt;
+  }
+  virtual std::optional<std::string> BrowseForSaveFile(const FileSaveRequest& request) { return std::nullopt; }
+  virtual void ShowReport(const ReportRequest& report) {}
+  // Opens a document (the manual) in the desktop's viewer for its kind.
+  virtual void OpenDocument(const std::string& path) {}
+  // The folder the program's files are installed in (the manual sits there).
+  virtual std::string ProgramFolder() const { return {}; }
+  // Brings the main window forward and repaints it.
+  virtual void RefreshWindow() { DoEvents(); }
 };
 
 }  // namespace tarnwick::platform::host
