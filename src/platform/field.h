@@ -43,6 +43,9 @@ inline bool IsNull(const Value& v) { return std::holds_alternative<std::monostat
 // raises "Invalid use of Null" (94), text that is no number raises
 // "Type mismatch" (13). Defined in value.cpp.
 std::string ValueToText(const Value& v);
+// The shortest text that reads back as the same number, as an ordinary
+// decimal: 0.00001 is "0.00001", 20 is "20", 2.5 is "2.5".
+std::string NumberToText(double value);
 std::int64_t ValueToLong(const Value& v);  // rounds half to even, as CLng does
 double ValueToDouble(const Value& v);
 

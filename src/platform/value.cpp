@@ -34,14 +34,22 @@ double ParseNumber(const std::string& text) {
 
 }  // namespace
 
+std::string NumberToText(double value) {
+  // The fewest digits that read back as the same number, written out as an
+  // ordinary decimal ("0.00001", not "1e-05"); only magnitudes that would
+  // need more than 21 digits keep the exponent.
+  char buffer[400];
+  const double magnitude = std::fabs(value);
+  const bool ordinary = magnitude == 0 || (magnitude >= 1e-7 && magnitude < 1e21) || !std::isfinite(value);
+  const auto [end, ec] = ordinary ? std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed)
+                                  : std::to_chars(buffer, buffer + sizeof buffer, value);
+  return std::string(buffer, end);
+}
+
 std::string ValueToText(const Value& v) {
   if (IsNull(v)) InvalidUseOfNull();
   if (const auto* i = std::get_if<std::int64_t>(&v)) return std::to_string(*i);
-  if (const auto* d = std::get_if<double>(&v)) {
-    char buffer[64];
-    const auto [end, ec] = std::to_chars(buffer, buffer + sizeof buffer, *d);  // shortest round trip
-    return std::string(buffer, end);
-  }
+  if (const auto* d = std::get_if<double>(&v)) return NumberToText(*d);
   return std::get<std::string>(v);
 }
 

@@ -251,6 +251,6 @@ std::string FailureReportText(long lineNumber, long errorNumber, std::string_vie
   return out;
 }
 
-std::string NumberText(double value) { return platform::ValueToText(platform::Value{value}); }
+std::string NumberText(double value) { return platform::NumberToText(value); }
 
 }  // namespace tarnwick

@@ -21,6 +21,11 @@ TEST(Value, TextOfNumbersIsShortest) {
   EXPECT_EQ(ValueToText(12.5), "12.5");
   EXPECT_EQ(ValueToText(3.0), "3");
   EXPECT_EQ(ValueToText(0.1), "0.1");
+  // Ordinary decimals, never an exponent, for the figures reports show.
+  EXPECT_EQ(ValueToText(0.00001), "0.00001");
+  EXPECT_EQ(NumberToText(-0.000123), "-0.000123");
+  EXPECT_EQ(NumberToText(1e20), "100000000000000000000");
+  EXPECT_EQ(NumberToText(0.1 + 0.2), "0.30000000000000004");
   EXPECT_EQ(ValueToText(std::int64_t{-42}), "-42");
   EXPECT_EQ(ValueToText(std::string("abc")), "abc");
 }
