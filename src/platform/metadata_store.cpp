@@ -12,6 +12,7 @@
 #include <sstream>
 
 #include "platform/errors.h"
+#include "platform/internal/gpkg_metadata.h"
 #include "platform/internal/ogr_errors.h"
 #include "platform/internal/ogr_workspace.h"
 
@@ -21,8 +22,9 @@ namespace {
 
 namespace fs = std::filesystem;
 constexpr const char* kSource = "MetadataStore";
-// The layer metadata domain that holds the document in a GeoPackage.
-constexpr const char* kDocumentDomain = "xml:documentation";
+// The layer metadata domain that held the document in a GeoPackage before
+// it had a gpkg_metadata row of its own.
+constexpr const char* kLegacyDocumentDomain = "xml:documentation";
 
 // Writable for this run: the system allows it and the item is not marked
 // read-only (no write permission bits), which holds even for the superuser.
@@ -56,8 +58,7 @@ bool InGeoPackageLayer(FeatureClass& dataset) {
 // whose layer cannot be reached).
 std::string SidecarPath(FeatureClass& dataset) {
   const auto workspace = dataset.GetWorkspace();
-  if (workspace->Kind() == WorkspaceKind::ShapefileFolder) return dataset.FullPath() + ".xml";
-  return workspace->PathName() + "." + dataset.Name() + ".xml";
+  return MetadataSidecarPath(workspace->Kind(), workspace->PathName(), dataset.Name());
 }
 
 std::optional<std::string> ReadFile(const std::string& path) {
@@ -121,8 +122,11 @@ std::string MetadataStore::Location() const {
 
 std::optional<std::string> MetadataStore::Read() const {
   if (InGeoPackageLayer(dataset_)) {
+    internal::OgrFeatureClass* ogr = OgrClass(dataset_);
+    if (auto document = internal::ReadGeoPackageDocument(ogr->Store().Dataset(), dataset_.Name())) return document;
+    // Earlier versions kept the document in a GDAL metadata domain.
     internal::QuietGdalErrors quiet;
-    char** items = OgrClass(dataset_)->Layer().GetMetadata(kDocumentDomain);
+    char** items = ogr->Layer().GetMetadata(kLegacyDocumentDomain);
     if (items == nullptr || items[0] == nullptr || items[0][0] == '\0') return std::nullopt;
     return std::string(items[0]);
   }
@@ -160,17 +164,16 @@ void MetadataStore::Write(const std::string& xml) const {
     WriteFile(SidecarPath(dataset_), xml);
     return;
   }
-  internal::OgrFeatureClass* ogr = OgrClass(dataset_);
-  internal::QuietGdalErrors quiet;
-  char* items[] = {const_cast<char*>(xml.c_str()), nullptr};
-  if (ogr->Layer().SetMetadata(items, kDocumentDomain) != CE_None) {
-    internal::ThrowGdalError(kSource, "Cannot write the metadata document '" + Location() + "'");
+  try {
+    internal::WriteGeoPackageDocument(OgrClass(dataset_)->Store().Dataset(), dataset_.Name(), xml);
+  } catch (const PlatformError& e) {
+    throw PlatformError(e.Number(), kSource, "Cannot write the metadata document '" + Location() + "': " + e.what());
   }
-  // GDAL writes layer metadata to the file when the dataset's cache is flushed.
-  ogr->Store().Dataset().FlushCache(false);
-  if (CPLGetLastErrorType() >= CE_Failure) {
-    internal::ThrowGdalError(kSource, "Cannot store the metadata document '" + Location() + "'");
-  }
+}
+
+std::string MetadataSidecarPath(WorkspaceKind kind, const std::string& workspacePath, const std::string& name) {
+  if (kind == WorkspaceKind::ShapefileFolder) return (fs::path(workspacePath) / (name + ".shp.xml")).string();
+  return workspacePath + "." + name + ".xml";
 }
 
 DatasetDescription MetadataStore::Describe() const {

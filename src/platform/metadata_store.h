@@ -1,8 +1,8 @@
 #pragma once
 // Where a dataset's metadata document lives:
 // - a shapefile: NAME.shp.xml beside it;
-// - a GeoPackage: the layer's "xml:documentation" metadata domain, which
-//   GDAL keeps in the file's gpkg_metadata tables;
+// - a GeoPackage: a row of its own in the file's gpkg_metadata table,
+//   referenced to the class's table;
 // - a file geodatabase: GDAL 3.6 cannot update a class's documentation in
 //   the geodatabase, so the document is a sidecar "STORE.gdb.NAME.xml"
 //   beside the .gdb folder; a document the geodatabase itself holds is read
@@ -15,6 +15,7 @@
 #include "platform/field.h"
 #include "platform/geometry.h"
 #include "platform/spatial_reference.h"
+#include "platform/workspace.h"
 
 namespace tarnwick::platform {
 
@@ -49,5 +50,9 @@ class MetadataStore {
  private:
   FeatureClass& dataset_;
 };
+
+// The sidecar document of a shapefile ("dir/NAME.shp.xml") or of a file
+// geodatabase class ("x.gdb.NAME.xml").
+std::string MetadataSidecarPath(WorkspaceKind kind, const std::string& workspacePath, const std::string& name);
 
 }  // namespace tarnwick::platform

@@ -3,7 +3,11 @@
 
 #include <cpl_string.h>
 
+#include <filesystem>
+
 #include "platform/errors.h"
+#include "platform/internal/gpkg_metadata.h"
+#include "platform/metadata_store.h"
 #include "platform/internal/ogr_errors.h"
 #include "platform/internal/spatial_reference_impl.h"
 
@@ -101,13 +105,26 @@ void OgrWorkspace::DeleteFeatureClass(const std::string& name) {
   QuietGdalErrors quiet;
   OGRLayer* layer = FindLayer(name);
   if (layer == nullptr) return;
+  const std::string className = layer->GetName();
   for (int i = 0; i < dataset_->GetLayerCount(); ++i) {
     if (dataset_->GetLayer(i) == layer) {
       if (dataset_->DeleteLayer(i) != OGRERR_NONE) {
         ThrowGdalError(kSource, "Cannot delete feature class '" + name + "' from '" + path_ + "'");
       }
-      return;
+      break;
     }
+  }
+  // The class's metadata document goes with it, so that a new class of the
+  // same name starts its own record.
+  if (kind_ == WorkspaceKind::GeoPackage) {
+    DeleteGeoPackageDocuments(*dataset_, className);
+    return;
+  }
+  std::error_code ec;
+  std::filesystem::remove(MetadataSidecarPath(kind_, path_, className), ec);
+  if (ec) {
+    throw PlatformError(kErrPermissionDenied, kSource,
+                        "Cannot delete the metadata document of '" + name + "': " + ec.message());
   }
 }
 
