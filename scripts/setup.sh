@@ -3,10 +3,10 @@
 # it installs only what is missing.
 set -euo pipefail
 packages=(
-  cmake ninja-build g++ pkg-config
+  cmake ninja-build g++ pkg-config python3
   libgdal-dev gdal-bin libgeos-dev libproj-dev proj-data
   libpugixml-dev libcli11-dev libfmt-dev libsqlite3-dev
-  libgtest-dev libgmock-dev libbenchmark-dev
+  libgtest-dev libgmock-dev
 )
 missing=()
 for p in "${packages[@]}"; do

@@ -10,7 +10,8 @@ Input:
   PROJ's database (proj.db)       area of use and accuracy per operation code
 
 Output:
-  src/transforms/catalogue_rows.inc   one C++ initialiser per row
+  catalogue_rows.inc              one C++ initialiser per row (the build
+                                  writes it into its generated/transforms/)
 
 Codes of 4 and 5 digits are looked up under the EPSG authority, codes of
 6 digits under ESRI. A code PROJ does not know is looked up by its ESRI-style
@@ -18,7 +19,7 @@ name among the ESRI aliases of EPSG operations; failing that the row takes the
 area of use of its source geographic system (the name part before "_To_") and
 the unknown-accuracy figure 999.
 
-Usage: tools/build_catalogue.py [--db /usr/share/proj/proj.db] [--out FILE]
+Usage: tools/build_catalogue.py [--db /usr/share/proj/proj.db] --out FILE
 """
 import argparse
 import csv
@@ -32,7 +33,6 @@ HERE = os.path.dirname(os.path.abspath(__file__))
 # Short area names that EPSG cuts off mid-word, by operation code, written
 # out as the area's full description has them (speculative seismic data).
 AREA_NAMES_IN_FULL = {"1321": "Angola - offshore blocks 7 8 24 + WGC speculative"}
-ROOT = os.path.dirname(HERE)
 UNKNOWN_ACCURACY = "999"
 OPERATION_TABLES = ("grid_transformation", "helmert_transformation",
                     "other_transformation", "concatenated_operation")
@@ -133,7 +133,7 @@ def main():
     parser.add_argument("--db", default="/usr/share/proj/proj.db")
     parser.add_argument("--names", default=os.path.join(HERE, "catalogue_names.tsv"))
     parser.add_argument("--fixed", default=os.path.join(HERE, "catalogue_fixed_rows.tsv"))
-    parser.add_argument("--out", default=os.path.join(ROOT, "src", "transforms", "catalogue_rows.inc"))
+    parser.add_argument("--out", required=True)
     args = parser.parse_args()
 
     proj = Proj(args.db)
@@ -184,7 +184,7 @@ def main():
         out.write("\n".join(lines) + "\n")
 
     resolved = counts["code"] + counts["alias"]
-    print(f"{len(names)} rows written to {os.path.relpath(args.out, ROOT)}", file=sys.stderr)
+    print(f"{len(names)} rows written to {args.out}", file=sys.stderr)
     print(f"  PROJ knows {known_by_code} of the codes", file=sys.stderr)
     print(f"  fixed rows: {counts['fixed']}", file=sys.stderr)
     print(f"  resolved by code: {counts['code']}, by ESRI alias: {counts['alias']} "
