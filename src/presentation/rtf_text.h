@@ -1,7 +1,6 @@
 #pragma once
-// Renders the RTF subset the reports use (groups, \par, \line, \tab, \b, \i,
-// \ul, \fs, font and colour tables, \'hh and \uN escapes) to plain text for
-// the terminal.
+// The plain text of an RTF report, for the terminal: paragraphs end with
+// "\n", tabs and line breaks are kept, formatting is dropped.
 #include <string>
 #include <string_view>
 

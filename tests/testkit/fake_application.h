@@ -54,11 +54,13 @@ class FakeApplication : public platform::host::Application {
   void DoEvents() override { ++yields; }
   platform::host::Version GetVersion() const override { return version; }
   int VersionNumber() const override { return versionNumber; }
+  void ShowReport(const platform::host::ReportRequest& report) override { reports.push_back(report); }
 
   FakeStatusBar statusBar;
   std::vector<ShownMessage> boxes;
   std::vector<std::string> windows;
   std::deque<platform::host::MessageResult> answers;
+  std::vector<platform::host::ReportRequest> reports;
   platform::host::Version version{1, 2, 3};
   int versionNumber = 6;
   int yields = 0;

@@ -4,8 +4,12 @@
 
 #include <filesystem>
 
+#include "platform/host/memory_map_document.h"
+#include "shell/commands.h"
+#include "shell/extension.h"
 #include "testkit/fake_application.h"
 #include "testkit/temp_dir.h"
+#include "waypoints/waypoint_command_driver.h"
 
 namespace tarnwick {
 namespace {
@@ -160,6 +164,51 @@ TEST(CreateWaypointFile, EmptyLayerGivesAnEmptyFileAndAFailureGivesNone) {
   EXPECT_NE(result.errorText.find("has no geometry"), std::string::npos);
   EXPECT_FALSE(std::filesystem::exists(failed));
   if (!result.errorLogPath.empty()) std::filesystem::remove(result.errorLogPath);
+}
+
+// The Waypoint Converter's OK as the dialog would give it.
+class ConverterDialog : public ToolDialog {
+ public:
+  explicit ConverterDialog(WaypointParameters parameters) : parameters_(std::move(parameters)) {}
+  void ArcApplication(HostArray& host) override { host_ = &host; }
+  void ShowModal() override {
+    host_->extension.frmLayerIDReturn = parameters_;
+    host_->extension.ShouldContinue = true;
+  }
+
+ private:
+  WaypointParameters parameters_;
+  HostArray* host_ = nullptr;
+};
+
+TEST(CreateWaypointFile, RunsAsTheToolbarCommand) {
+  testkit::TempDir dir;
+  auto layer = MakePlots(dir, 4326,
+                         {{Value{std::int64_t{1}}, Value{}, Value{}, platform::XY{1, 1}},
+                          {Value{std::int64_t{2}}, Value{}, Value{}, std::nullopt}});
+  testkit::FakeApplication app;
+  platform::host::MemoryMapDocument document(dir / "forest.mxd", "forest");
+  clsExtension extension;
+  auto click = [&](const WaypointParameters& parameters) {
+    cmdTNWKWPConverter command([&] { return std::make_unique<ConverterDialog>(parameters); },
+                               RunCreateWaypointFile);
+    command.OnCreate(app, document, &extension);
+    command.OnClick();
+  };
+
+  click(Parameters(layer, dir / "all.way"));  // the point without geometry fails the run
+  ASSERT_EQ(app.reports.size(), 1u);
+  EXPECT_EQ(app.reports[0].text, "Function Failed...");
+  EXPECT_FALSE(extension.frmLayerIDReturn.has_value());
+  EXPECT_TRUE(document.IsDirty());
+
+  auto selected = Parameters(layer, dir / "selected.way");
+  selected.convertAll = false;
+  selected.pointLayer.selection = {1};
+  click(selected);
+  ASSERT_EQ(app.reports.size(), 2u);
+  EXPECT_TRUE(app.reports[1].text.starts_with("{\\rtf1"));
+  EXPECT_EQ(testkit::ReadFile(dir / "selected.way"), "1,0100.000000,0100.000000,0.0,;<ICON = 9>,\r\n\r\n");
 }
 
 }  // namespace

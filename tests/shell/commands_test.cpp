@@ -1,0 +1,151 @@
+#include "shell/commands.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/host/memory_map_document.h"
+#include "shell/extension.h"
+#include "testkit/fake_application.h"
+#include "testkit/temp_dir.h"
+
+namespace tarnwick {
+namespace {
+
+using platform::host::ReportWindow;
+
+TEST(CommandTable, ToolbarItemsTextsAndEnabledRules) {
+  std::vector<std::string> ids;
+  std::vector<bool> groups;
+  for (long pos = 0; pos < clsTarnwickToolbar::ItemCount; ++pos) {
+    ItemDef item;
+    clsTarnwickToolbar::GetItemInfo(pos, item);
+    ids.push_back(item.ID);
+    groups.push_back(item.Group);
+  }
+  EXPECT_EQ(ids, (std::vector<std::string>{"Tarnwick.cmdTNWKWPConverter", "Tarnwick.clsPlotLayout",
+                                           "Tarnwick.clsTransferStandIDs", "Tarnwick.clsSelPointTool"}));
+  EXPECT_EQ(groups, (std::vector<bool>{false, false, false, true}));
+  ItemDef untouched{"kept", false};
+  clsTarnwickToolbar::GetItemInfo(4, untouched);
+  clsTarnwickToolbar::GetItemInfo(-1, untouched);
+  EXPECT_EQ(untouched.ID, "kept");
+  EXPECT_EQ(clsTarnwickToolbar::Name, "Tarnwick_Toolbar");
+  EXPECT_EQ(clsTarnwickToolbar::Caption, "Tarnwick Tools");
+
+  const CommandInfo* tool = FindCommand("Tarnwick.clsSelPointTool");
+  ASSERT_NE(tool, nullptr);
+  EXPECT_EQ(tool->Message,
+            "Click on screen to specify an anchor point. Plot array will be forced to go through this point.");
+  EXPECT_EQ(FindCommand("Tarnwick.clsTransferStandIDs")->Bitmap, 104);
+  EXPECT_EQ(FindCommand("Tarnwick.clsExtension"), nullptr);
+
+  clsExtension extension;
+  EXPECT_FALSE(CommandEnabled(*tool, nullptr));
+  EXPECT_FALSE(CommandEnabled(*tool, &extension));
+  extension.SelToolEnabled = true;
+  EXPECT_TRUE(CommandEnabled(*tool, &extension));
+  EXPECT_TRUE(CommandEnabled(kPlotLayoutCommand, nullptr));
+}
+
+// A modal dialog whose OK leaves a parameter set behind, or that is cancelled.
+class FakeDialog : public ToolDialog {
+ public:
+  explicit FakeDialog(bool ok) : ok_(ok) {}
+  void ArcApplication(HostArray& host) override {
+    host_ = &host;
+    host.extension.ShouldContinue = false;
+  }
+  void ShowModal() override {
+    if (!ok_) return;
+    host_->extension.frmLayerIDReturn = std::string("parameters");
+    host_->extension.ShouldContinue = true;
+  }
+
+ private:
+  bool ok_;
+  HostArray* host_ = nullptr;
+};
+
+struct Desktop {
+  testkit::TempDir dir;
+  testkit::FakeApplication app;
+  platform::host::MemoryMapDocument document{dir / "forest.mxd", "forest"};
+  clsExtension extension;
+  std::vector<std::string> driverRuns;
+
+  cmdTNWKWPConverter Converter(bool ok, std::string report) {
+    cmdTNWKWPConverter command([ok] { return std::make_unique<FakeDialog>(ok); },
+                               [this, report](HostArray&, const std::any& parameters) {
+                                 driverRuns.push_back(std::any_cast<std::string>(parameters));
+                                 if (report == "throw") throw std::runtime_error("driver broke");
+                                 return report;
+                               });
+    command.OnCreate(app, document, &extension);
+    return command;
+  }
+};
+
+TEST(ModalCommand, CancelRunsNothingAndAnEmptyReportShowsFunctionFailed) {
+  Desktop desktop;
+  desktop.Converter(false, "{\\rtf1 done}").OnClick();
+  EXPECT_TRUE(desktop.driverRuns.empty());
+  EXPECT_TRUE(desktop.app.reports.empty());
+  EXPECT_FALSE(desktop.document.IsDirty());
+
+  desktop.Converter(true, "").OnClick();
+  EXPECT_EQ(desktop.driverRuns, std::vector<std::string>{"parameters"});
+  ASSERT_EQ(desktop.app.reports.size(), 1u);
+  EXPECT_EQ(desktop.app.reports[0].text, "Function Failed...");
+  EXPECT_EQ(desktop.app.reports[0].window, ReportWindow::Modal);
+  EXPECT_FALSE(desktop.extension.frmLayerIDReturn.has_value());
+  EXPECT_TRUE(desktop.document.IsDirty());
+
+  desktop.Converter(true, "{\\rtf1 done}").OnClick();
+  EXPECT_EQ(desktop.app.reports.at(1).text, "{\\rtf1 done}");
+}
+
+TEST(ModalCommand, FailuresEndAtTheClickWithoutAReport) {
+  Desktop desktop;
+  desktop.Converter(true, "throw").OnClick();
+  EXPECT_TRUE(desktop.app.reports.empty());
+  EXPECT_FALSE(desktop.document.IsDirty());
+  ASSERT_EQ(desktop.app.windows.size(), 1u);
+  EXPECT_NE(desktop.app.windows[0].find("ICommand_OnClick  ..\\cmdTNWKWPConverter.cls"), std::string::npos);
+  EXPECT_NE(desktop.app.windows[0].find("driver broke"), std::string::npos);
+
+  // Without an extension the click fails on the error road, not in the host.
+  clsTransferStandIDs orphan([] { return std::make_unique<FakeDialog>(true); },
+                             [](HostArray&, const std::any&) { return std::string(); });
+  orphan.OnCreate(desktop.app, desktop.document, nullptr);
+  orphan.OnClick();
+  ASSERT_EQ(desktop.app.windows.size(), 2u);
+  EXPECT_NE(desktop.app.windows[1].find("..\\clsTransferStandIDs.cls"), std::string::npos);
+}
+
+class FakeModelessDialog : public ModelessToolDialog, public ModelessFrame {
+ public:
+  void ArcApplication(HostArray& host) override { dirtyWhenOpened = host.document.IsDirty(); }
+  ModelessFrame& Frame() override { return *this; }
+  void SetCaption(const std::string& text) override { caption = text; }
+  void SetVisible(bool shown) override { visible = shown; }
+
+  bool dirtyWhenOpened = true;
+  std::string caption;
+  bool visible = false;
+};
+
+TEST(PlotLayoutCommand, OpensTheDialogBesideTheMapAndMarksTheDocument) {
+  Desktop desktop;
+  std::vector<std::unique_ptr<FakeModelessDialog>> opened;
+  clsPlotLayout command([&]() -> ModelessToolDialog& { return *opened.emplace_back(std::make_unique<FakeModelessDialog>()); });
+  command.OnCreate(desktop.app, desktop.document, &desktop.extension);
+  command.OnClick();
+  ASSERT_EQ(opened.size(), 1u);
+  EXPECT_FALSE(opened[0]->dirtyWhenOpened);
+  EXPECT_EQ(opened[0]->caption, " Plot Layout Parameters:");
+  EXPECT_TRUE(opened[0]->visible);
+  EXPECT_TRUE(desktop.document.IsDirty());
+  EXPECT_EQ(command.Caption(), "TNWK &Plot Layout Tool");
+}
+
+}  // namespace
+}  // namespace tarnwick
