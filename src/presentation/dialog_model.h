@@ -64,6 +64,7 @@ struct Control {
   bool locked = false;  // a text box the user cannot edit
   Rgb backColor = kWhite;
   std::string toolTip;
+  std::string picture;  // images: the name of the picture shown ("RadioOn", "ToggleUp", ...)
   ControlBounds bounds;
   int selStart = 0;  // caret position in a text box
 
@@ -92,6 +93,7 @@ class DialogModel {
   std::string focus;           // the control that has the focus
   ControlBounds formBounds;    // the form's own size, in twips
   bool unloaded = false;       // the form has closed itself (OK, Cancel)
+  bool hidden = false;         // the form is out of sight while its run goes on
 
   // The user's edits, as a view reports them. Each runs the control's
   // handler, if it has one, as an entry point of the error road.
