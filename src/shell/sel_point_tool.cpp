@@ -1,0 +1,91 @@
+#include "shell/sel_point_tool.h"
+
+#include "platform/host/application.h"
+#include "platform/host/map_document.h"
+#include "presentation/error_handling.h"
+#include "shell/extension.h"
+#include "support/host_operations.h"
+
+namespace tarnwick {
+
+namespace {
+
+constexpr std::string_view kModule = "..\\clsSelPointTool.cls";
+constexpr int kLeftButton = 1;
+
+// Raises the dialog's re-entry flag around a press of its toggle button, so
+// that the button only changes its face and leaves the current tool alone.
+template <class Press>
+void PressWithoutToolChange(PlotLayoutFormLink& form, Press&& press) {
+  form.SetInitializingForm(true);
+  press();
+  form.SetInitializingForm(false);
+}
+
+}  // namespace
+
+clsSelPointTool::clsSelPointTool(platform::host::Application& application, platform::host::MapDocument& document,
+                                 clsExtension* extension)
+    : application_(application), document_(document), extension_(extension) {}
+
+template <class Body>
+void clsSelPointTool::AsEntryPoint(std::string_view routine, Body&& body) {
+  try {
+    body();
+  } catch (...) {
+    HandleErrorAtEntryPoint(routine, kModule, &application_, &document_);
+  }
+}
+
+bool clsSelPointTool::Enabled() const { return extension_ != nullptr && extension_->SelToolEnabled; }
+
+void clsSelPointTool::OnClick() {
+  AsEntryPoint("ICommand_OnClick ", [&] {
+    application_.GetStatusBar().SetStatusText("Click on new location to select point...");
+    if (extension_ && extension_->PlotLayoutForm) {
+      PlotLayoutFormLink& form = *extension_->PlotLayoutForm;
+      PressWithoutToolChange(form, [&] { form.imgButtonUp_Click(); });
+    }
+  });
+}
+
+void clsSelPointTool::WriteToDialog(double x, double y) {
+  if (!extension_ || !extension_->PlotLayoutForm) return;
+  PlotLayoutFormLink& form = *extension_->PlotLayoutForm;
+  form.SetAnchorX(x);
+  form.SetAnchorY(y);
+  form.WriteAnchorCoordinates();
+}
+
+void clsSelPointTool::OnMouseDown(int, int, double x, double y) {
+  AsEntryPoint("ITool_OnMouseDown ", [&] {
+    // With no dialog open a click changes nothing, not even the marker.
+    if (!extension_ || !extension_->PlotLayoutForm) return;
+    WriteToDialog(x, y);
+    platform::host::Map& map = document_.FocusMap();
+    DeleteGraphicsByName(map, kAnchorMarkerName);
+    map.AddGraphic({kAnchorMarkerName, x, y, 12, {0, 155, 0}});
+  });
+}
+
+void clsSelPointTool::OnMouseMove(int button, int, double x, double y) {
+  AsEntryPoint("ITool_OnMouseMove ", [&] {
+    if (button == kLeftButton) WriteToDialog(x, y);
+  });
+}
+
+void clsSelPointTool::OnMouseUp(int, int, double x, double y) {
+  AsEntryPoint("ITool_OnMouseUp ", [&] { WriteToDialog(x, y); });
+}
+
+bool clsSelPointTool::Deactivate() {
+  AsEntryPoint("ITool_Deactivate ", [&] {
+    if (extension_ && extension_->PlotLayoutForm) {
+      PlotLayoutFormLink& form = *extension_->PlotLayoutForm;
+      PressWithoutToolChange(form, [&] { form.imgButtonDown_Click(); });
+    }
+  });
+  return true;
+}
+
+}  // namespace tarnwick
