@@ -66,7 +66,7 @@ void frmPlotLayout::ArcApplication(const HostArray& hostArray) {
   document_ = &hostArray.document;
   extension_ = &hostArray.extension;
   SetErrorHost(application_, document_);
-  AsEntryPoint("ArcApplication", [&] {
+  AsEntryPoint("ArcApplication ", [&] {
     initializingForm_ = true;
     FormLoad();
     clsExtension& ext = *extension_;

@@ -1,0 +1,89 @@
+#pragma once
+// A Plot Layout dialog opened on an in-memory map of GeoPackage layers, with
+// a desktop host that keeps the current tool and records the save dialogs'
+// questions and the reports shown.
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <memory>
+#include <optional>
+
+#include "platform/host/memory_map_document.h"
+#include "plot/plot_layout_dialog.h"
+#include "plot_fixtures.h"
+#include "shell/extension.h"
+#include "testkit/fake_application.h"
+#include "testkit/temp_dir.h"
+
+namespace tarnwick::plotfix {
+
+class DesktopApplication : public testkit::FakeApplication {
+ public:
+  std::string CurrentTool() const override { return tool; }
+  void SetCurrentTool(const std::string& progId) override { tool = progId; }
+  std::optional<platform::host::DatasetSaveChoice> BrowseForNewDataset(const std::string&,
+                                                                       const std::string& suggested) override {
+    suggestions.push_back(suggested);
+    if (choices.empty()) return std::nullopt;
+    auto choice = choices.front();
+    choices.pop_front();
+    return choice;
+  }
+  void ShowReport(const platform::host::ReportRequest& report) override { reports.push_back(report); }
+
+  std::string tool;
+  std::vector<std::string> suggestions;
+  std::deque<platform::host::DatasetSaveChoice> choices;
+  std::vector<platform::host::ReportRequest> reports;
+};
+
+// Class "name" of points with one integer field "PlotNum", in store.
+inline platform::FeatureLayer MakePoints(const std::string& store, const platform::SpatialReference& sr,
+                                         const std::vector<platform::XY>& points, const std::string& name) {
+  auto workspace = platform::Workspace::OpenOrCreate(store);
+  platform::Workspace::NewFeatureClass newClass;
+  newClass.name = name;
+  newClass.spatialReference = sr;
+  newClass.fields = {Field{"PlotNum", "", FieldType::Integer}};
+  auto featureClass = workspace->CreateFeatureClass(newClass);
+  {
+    auto cursor = featureClass->Insert();
+    long number = 0;
+    for (const auto& xy : points) {
+      auto buffer = cursor->CreateFeatureBuffer();
+      buffer.shape = platform::Geometry::MakePoint(xy.x, xy.y, sr);
+      buffer.values[2] = std::int64_t{++number};
+      cursor->InsertFeature(buffer);
+    }
+    cursor->Flush();
+  }
+  return platform::FeatureLayer{name, featureClass, {}, true};
+}
+
+class PlotDialogTest : public ::testing::Test {
+ protected:
+  PlotDialogTest() : document((dir.path() / "forest.qgs").string(), "forest") {}
+  // No handler may have ended on the error road.
+  void TearDown() override {
+    for (const auto& window : app.windows) ADD_FAILURE() << window;
+  }
+
+  // Opens a new dialog on the map as it stands.
+  frmPlotLayout& Open() {
+    dialog = std::make_unique<frmPlotLayout>(defaults);
+    dialog->ArcApplication({app, document, extension});
+    return *dialog;
+  }
+  platform::host::MemoryMap& map() { return document.FocusMap(); }
+  void OK() { dialog->Fire("cmdOK", ControlEvent::Click); }
+
+  testkit::TempDir dir;
+  DesktopApplication app;
+  platform::host::MemoryMapDocument document;
+  clsExtension extension;
+  TransformationDefaults defaults;
+  std::unique_ptr<frmPlotLayout> dialog;
+  const platform::SpatialReference utm = platform::SpatialReference::FromEpsg(26910);
+};
+
+}  // namespace tarnwick::plotfix

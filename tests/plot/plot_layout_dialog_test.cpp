@@ -1,0 +1,126 @@
+// The Plot Layout dialog without a screen: its start, its guesses from the
+// learnt field names, the spacing boxes and the browse for a new output.
+#include <filesystem>
+#include <fstream>
+
+#include "plot_dialog_fixture.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace plotfix;
+
+TEST_F(PlotDialogTest, StartsWithoutLayersAndFallsBackToTheDocumentFolder) {
+  extension.DirectoryType = "File Geodatabase";
+  extension.DirectoryPath = dir / "deleted.gdb";
+  std::ofstream(dir / "Plots.shp") << "";
+  frmPlotLayout& d = Open();
+
+  EXPECT_TRUE(d["lbxPolygons"].entries.empty());
+  EXPECT_EQ(d["lblAll"].caption, "All Stands (n = Unknown)");
+  EXPECT_EQ(d["lblSelected"].caption, "Unable to get selection...");
+  EXPECT_FALSE(d["cmdOK"].enabled);
+  EXPECT_EQ(d.OutputKind(), 1);
+  EXPECT_EQ(d["txtOutput"].text, dir / "Plots_1.shp");
+  EXPECT_EQ(d.OutputName(), "Plots_1.shp");
+  EXPECT_EQ(d["lblToolVersion"].caption, "Tool Version 1.2.3");
+  EXPECT_EQ(extension.PlotLayoutForm, &d);
+  EXPECT_EQ(d["txtXSpacing"].text, "1");  // a fresh extension's 0 shows as 1
+  EXPECT_TRUE(app.windows.empty());
+
+  d.Fire("cmdCancel", ControlEvent::Click);
+  EXPECT_TRUE(d.unloaded);
+  EXPECT_EQ(extension.PlotLayoutForm, nullptr);
+}
+
+TEST_F(PlotDialogTest, GuessesFieldsFromTheLearntNamesTheLastMatchWinning) {
+  auto workspace = platform::Workspace::OpenOrCreate(dir / "stands.gpkg");
+  auto makeClass = [&](const std::string& name, std::vector<Field> fields) {
+    platform::Workspace::NewFeatureClass newClass{name, platform::GeometryType::Polygon, utm, std::move(fields)};
+    auto featureClass = workspace->CreateFeatureClass(newClass);
+    {
+      auto cursor = featureClass->Insert();
+      for (int i = 0; i < 2; ++i) {
+        auto buffer = cursor->CreateFeatureBuffer();
+        buffer.shape = platform::Geometry::FromWkt(Square(500000 + 200 * i, 4000000, 100), utm);
+        cursor->InsertFeature(buffer);
+      }
+    }
+    return platform::FeatureLayer{name, featureClass, {}, true};
+  };
+  const Field id{"ID", "", FieldType::String, 10};
+  const Field standId{"Stand_ID", "", FieldType::String, 10};
+  map().layers.push_back(makeClass("IdFirst", {id, standId, Field{"Count", "", FieldType::Integer},
+                                                Field{"Shape_Area", "", FieldType::Double},
+                                                Field{"Gap", "Width", FieldType::Double}}));
+  auto standIdFirst = makeClass("StandIdFirst", {standId, id});
+  standIdFirst.selection = {1};
+  map().layers.push_back(standIdFirst);
+  document.selectedLayers = {standIdFirst};
+  frmPlotLayout& d = Open();
+
+  // The layer chosen in the table of contents comes first.
+  EXPECT_EQ(d["lbxPolygons"].SelectedEntry(), "StandIdFirst");
+  EXPECT_EQ(d["lbxStandFields"].SelectedEntry(), "ID");
+  EXPECT_EQ(d["optSel"].value, 1);
+  EXPECT_EQ(d["lblAll"].caption, "All Stands (n = 2)");
+  EXPECT_EQ(d["lblSelected"].caption, "Selected Stands (n = 1)");
+  EXPECT_EQ(extension.StandIDHistory, "StandID,Stand_ID,ID");
+
+  d.SetListIndex("lbxPolygons", 0);
+  EXPECT_EQ(d["lbxStandFields"].entries, (std::vector<std::string>{"ID", "Stand_ID", "Count", "Gap"}));
+  EXPECT_EQ(d["lbxStandFields"].SelectedEntry(), "Stand_ID");
+  EXPECT_EQ(d["cbxPlotsField"].SelectedEntry(), "Count");
+  EXPECT_EQ(d["cbxXSpacing"].SelectedEntry(), "Gap");  // by its alias
+  EXPECT_EQ(d["cbxYSpacing"].listIndex, 0);            // "<-- Select Field -->"
+  EXPECT_EQ(d["optAll"].value, 1);
+  EXPECT_FALSE(d["optSel"].enabled);
+}
+
+TEST_F(PlotDialogTest, SpacingBoxesFollowTheRatioAndTheOptionSwitchesControls) {
+  map().layers.push_back(MakeStands(dir / "stands.gpkg", utm, {{Square(500000, 4000000, 100), "A"}}));
+  frmPlotLayout& d = Open();
+  d.SetListIndex("cbxPlotsOption", 2);
+  d.SetListIndex("cbxSpacingRatioOptions", 1);
+  d.SetText("txtXSpacing", "10");
+  EXPECT_EQ(d["txtYSpacing"].text, "20");
+  d.SetText("txtYSpacing", "30");
+  EXPECT_EQ(d["txtXSpacing"].text, "15");
+  EXPECT_TRUE(d["txtXSpacing"].visible);
+  EXPECT_FALSE(d["txtNumPlots"].visible);
+
+  d.SetListIndex("cbxPlotsOption", 3);
+  EXPECT_TRUE(d["cbxXSpacing"].visible);
+  EXPECT_FALSE(d["txtXSpacing"].visible);
+  EXPECT_FALSE(d["cbxSpacingRatioOptions"].enabled);
+  EXPECT_EQ(d["cbxSpacingRatioOptions"].backColor, kSwitchedOffGrey);
+
+  d.SetListIndex("cbxPlotsOption", 0);
+  d.SetListIndex("cbxSpacingRatioOptions", 3);
+  EXPECT_TRUE(d["txtXRatio"].visible);
+  EXPECT_EQ(d["txtXRatio"].bounds.top, 3570);
+  d.Fire("optOrientFieldOff", ControlEvent::Click);
+  EXPECT_TRUE(d["cbxOrientationField"].visible);
+  EXPECT_FALSE(d["txtGridOrientation"].visible);
+  EXPECT_TRUE(d["optOrientFieldOn"].visible);
+  EXPECT_EQ(d["optOrientFieldOn"].bounds.top, d["optOrientFieldOff"].bounds.top);
+  // A minus sign is no key for a spacing.
+  EXPECT_EQ(d.KeyPress("txtXSpacing", '-'), 0);
+}
+
+TEST_F(PlotDialogTest, BrowseAsksAgainAfterAnUnknownKindAndCleansADatabaseName) {
+  Open();
+  app.choices = {{"plots", "/data", "Raster Dataset"}, {"new plots.shp", dir / "inventory.gdb", "File Geodatabase"}};
+  app.answers = {platform::host::MessageResult::OK};
+  dialog->Fire("cmdGetWorkspace", ControlEvent::Click);
+
+  ASSERT_EQ(app.boxes.size(), 1u);
+  EXPECT_EQ(app.boxes[0].title, "Invalid Feature Class Type:");
+  EXPECT_EQ(app.boxes[0].text.substr(0, 46), "Unexpected Feature Class Type (Raster Dataset)");
+  EXPECT_EQ(app.suggestions[0], dir / "Plots.shp");
+  EXPECT_EQ(dialog->OutputKind(), 2);
+  EXPECT_EQ((*dialog)["txtOutput"].text, dir / "inventory.gdb" + "/new_plots");
+}
+
+}  // namespace
+}  // namespace tarnwick
