@@ -32,6 +32,12 @@ struct PlotCheckFailure {
 };
 using PlotCheck = std::optional<PlotCheckFailure>;
 
+// The kinds of field offered for each role, as masks of ReturnFieldsByType:
+// the stand ID may be text or a number; the plot count, spacings, orientation
+// and an existing layer's plot ID must be numbers.
+inline constexpr long kStandIdFieldKinds = 1 | 2;
+inline constexpr long kNumericFieldKinds = 2;
+
 // The value of a text that passes the numeric test ("." or "," as the
 // decimal mark); nullopt for any other text.
 std::optional<double> NumberOfText(std::string_view text);

@@ -8,6 +8,7 @@
 //
 // It is modeless: while it is open the user may click the anchor point on
 // the map with the anchor tool, which reaches it through the extension.
+#include <cmath>
 #include <optional>
 #include <string>
 #include <vector>
@@ -91,6 +92,7 @@ class frmPlotLayout : public DialogModel, public PlotLayoutFormLink {
   void cbxSpacingRatioOptions_Click();
   void txtXSpacing_Change();
   void txtYSpacing_Change();
+  void FollowSpacing(std::string_view changed, std::string_view follower, bool& changing, bool otherChanging);
   void cbxUnits_Click();
   void AdjustOrientiationVisibilities();
   void cbxCreatePointsIn_Click();
@@ -129,6 +131,8 @@ class frmPlotLayout : public DialogModel, public PlotLayoutFormLink {
   void SetVisible(std::initializer_list<std::string_view> controls, bool visible);
   void SetEnabled(std::initializer_list<std::string_view> controls, bool enabled);
   void DropAnchorTool();
+  // How the extension's spacings and ratios are shown and kept: 0 as 1, no sign.
+  static double PositiveNonZero(double value) { return value == 0 ? 1 : std::abs(value); }
 
   TransformationDefaults& defaults_;
   platform::host::Application* application_ = nullptr;

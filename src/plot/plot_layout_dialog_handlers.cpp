@@ -115,53 +115,23 @@ void frmPlotLayout::SetEnabled(std::initializer_list<std::string_view> controls,
 void frmPlotLayout::cbxPlotsOption_Click() {
   (*this)["cbxPlotsOption"].backColor = kWhite;
   const int option = (*this)["cbxPlotsOption"].listIndex;
-  const auto countControls = {"lblEnterNumPoints", "txtNumPlots", "lblSelAttField", "cbxPlotsField"};
-  const auto spacingLabels = {"lblXSpacing", "lblYSpacing", "lblXUnits", "lblYUnits"};
-  auto showRatioChoice = [&](bool shown) {
-    SetVisible({"lblSpacingRatio", "cbxSpacingRatioOptions"}, shown);
+  if (option >= 0 && option <= 3) {
+    const bool byCount = option <= 1;
+    SetVisible({"lblEnterNumPoints", "txtNumPlots"}, option == 0);
+    SetVisible({"lblSelAttField", "cbxPlotsField"}, option == 1);
+    // The ratio choice serves every option but spacing read from fields.
+    SetVisible({"lblSpacingRatio", "cbxSpacingRatioOptions"}, option != 3);
     Control& ratio = (*this)["cbxSpacingRatioOptions"];
-    ratio.enabled = shown;
-    ratio.backColor = shown ? kWhite : kSwitchedOffGrey;
-  };
-  auto showRatioRow = [&](bool shown) {
-    for (const char* name : kRatioRow) (*this)[name].visible = shown;
-  };
-  switch (option) {
-    case 0:
-    case 1:
-      for (const char* name : countControls) (*this)[name].visible = false;
-      if (option == 0) {
-        SetVisible({"lblEnterNumPoints", "txtNumPlots"}, true);
-      } else {
-        SetVisible({"lblSelAttField", "cbxPlotsField"}, true);
-      }
-      showRatioChoice(true);
-      for (const char* name : spacingLabels) (*this)[name].visible = false;
-      SetVisible({"txtXSpacing", "txtYSpacing", "cbxXSpacing", "cbxYSpacing"}, false);
-      showRatioRow((*this)["cbxSpacingRatioOptions"].listIndex == 3);
-      break;
-    case 2:
-      for (const char* name : countControls) (*this)[name].visible = false;
-      showRatioChoice(true);
-      showRatioRow(false);
-      for (const char* name : spacingLabels) (*this)[name].visible = true;
-      SetVisible({"txtXSpacing", "txtYSpacing"}, true);
-      SetEnabled({"txtXSpacing", "txtYSpacing"}, true);
-      SetVisible({"cbxXSpacing", "cbxYSpacing"}, false);
-      SetEnabled({"cbxXSpacing", "cbxYSpacing"}, false);
-      break;
-    case 3:
-      for (const char* name : countControls) (*this)[name].visible = false;
-      showRatioChoice(false);
-      showRatioRow(false);
-      for (const char* name : spacingLabels) (*this)[name].visible = true;
-      SetVisible({"cbxXSpacing", "cbxYSpacing"}, true);
-      SetEnabled({"cbxXSpacing", "cbxYSpacing"}, true);
-      SetVisible({"txtXSpacing", "txtYSpacing"}, false);
-      SetEnabled({"txtXSpacing", "txtYSpacing"}, false);
-      break;
-    default:
-      break;
+    ratio.enabled = option != 3;
+    ratio.backColor = option != 3 ? kWhite : kSwitchedOffGrey;
+    for (const char* name : kRatioRow) (*this)[name].visible = byCount && ratio.listIndex == 3;
+    SetVisible({"lblXSpacing", "lblYSpacing", "lblXUnits", "lblYUnits"}, !byCount);
+    SetVisible({"txtXSpacing", "txtYSpacing"}, option == 2);
+    SetVisible({"cbxXSpacing", "cbxYSpacing"}, option == 3);
+    if (!byCount) {
+      SetEnabled({"txtXSpacing", "txtYSpacing"}, option == 2);
+      SetEnabled({"cbxXSpacing", "cbxYSpacing"}, option == 3);
+    }
   }
   CheckEnable();
 }
@@ -181,37 +151,23 @@ void frmPlotLayout::cbxSpacingRatioOptions_Click() {
   CheckEnable();
 }
 
-// The two spacing boxes follow each other by the fixed ratios; each guard
-// stops the other box's handler from writing back.
-void frmPlotLayout::txtXSpacing_Change() {
-  (*this)["txtXSpacing"].backColor = kWhite;
-  if (ySpacingChanging_) return;
-  xSpacingChanging_ = true;
-  if (const auto x = NumberOfText((*this)["txtXSpacing"].text)) {
-    switch ((*this)["cbxSpacingRatioOptions"].listIndex) {
-      case 0: SetText("txtYSpacing", NumberText(*x)); break;
-      case 1: SetText("txtYSpacing", NumberText(2 * *x)); break;
-      case 2: SetText("txtYSpacing", NumberText(2.5 * *x)); break;
-      default: break;
-    }
-  }
-  xSpacingChanging_ = false;
-  CheckEnable();
-}
+// The two spacing boxes follow each other by the fixed ratios (Y = 2 X for
+// 1:2); each guard stops the other box's handler from writing back.
+void frmPlotLayout::txtXSpacing_Change() { FollowSpacing("txtXSpacing", "txtYSpacing", xSpacingChanging_, ySpacingChanging_); }
 
-void frmPlotLayout::txtYSpacing_Change() {
-  (*this)["txtYSpacing"].backColor = kWhite;
-  if (xSpacingChanging_) return;
-  ySpacingChanging_ = true;
-  if (const auto y = NumberOfText((*this)["txtYSpacing"].text)) {
-    switch ((*this)["cbxSpacingRatioOptions"].listIndex) {
-      case 0: SetText("txtXSpacing", NumberText(*y)); break;
-      case 1: SetText("txtXSpacing", NumberText(*y / 2)); break;
-      case 2: SetText("txtXSpacing", NumberText(*y / 2.5)); break;
-      default: break;
-    }
+void frmPlotLayout::txtYSpacing_Change() { FollowSpacing("txtYSpacing", "txtXSpacing", ySpacingChanging_, xSpacingChanging_); }
+
+void frmPlotLayout::FollowSpacing(std::string_view changed, std::string_view follower, bool& changing,
+                                  bool otherChanging) {
+  (*this)[changed].backColor = kWhite;
+  if (otherChanging) return;
+  changing = true;
+  const int ratio = (*this)["cbxSpacingRatioOptions"].listIndex;
+  if (const auto value = NumberOfText((*this)[changed].text); value && ratio >= 0 && ratio <= 2) {
+    const double factor = ratio == 0 ? 1 : ratio == 1 ? 2 : 2.5;
+    SetText(follower, NumberText(changed == "txtXSpacing" ? *value * factor : *value / factor));
   }
-  ySpacingChanging_ = false;
+  changing = false;
   CheckEnable();
 }
 

@@ -26,8 +26,6 @@ long LongOf(const std::string& text) {
   return static_cast<long>(platform::ValueToLong(platform::Value{ValueOf(text)}));
 }
 
-double PositiveNonZero(double value) { return value == 0 ? 1 : std::abs(value); }
-
 bool Contains(const std::string& text, std::string_view part) {
   return ToLowerAscii(text).find(ToLowerAscii(part)) != std::string::npos;
 }

@@ -6,6 +6,7 @@
 #include "platform/errors.h"
 #include "platform/host/application.h"
 #include "platform/host/map_document.h"
+#include "plot/plot_layout_checks.h"
 #include "plot/plot_layout_dialog.h"
 #include "plot/plot_layout_histories.h"
 #include "plot/plot_texts.h"
@@ -22,8 +23,6 @@ namespace {
 
 constexpr long kPointLayers = 8;
 constexpr long kPolygonLayers = 32;
-constexpr long kTextAndNumericFields = 1 | 2;
-constexpr long kNumericFields = 2;
 constexpr const char* kSelectField = "<-- Select Field -->";
 
 // Fields that the stores compute themselves are not offered.
@@ -35,8 +34,6 @@ bool InHistory(clsExtension& extension, FieldHistory history, const platform::Fi
   return NameInHistory(extension, history, field.name) ||
          (!field.alias.empty() && NameInHistory(extension, history, field.alias));
 }
-
-double PositiveNonZero(double value) { return value == 0 ? 1 : std::abs(value); }
 
 bool EndsWithSeparator(const std::string& path) {
   return !path.empty() && (path.back() == '/' || path.back() == '\\');
@@ -266,7 +263,7 @@ void frmPlotLayout::lbxPolygons_Click() {
   int yStart = 0;
   int countStart = 0;
   int orientationStart = 0;
-  for (const auto& field : ReturnFieldsByType(featureClass.Fields(), kTextAndNumericFields)) {
+  for (const auto& field : ReturnFieldsByType(featureClass.Fields(), kStandIdFieldKinds)) {
     if (IsShapeMeasure(field)) continue;
     standList.entries.push_back(field.name);
     standFields_.push_back(field);
@@ -306,7 +303,7 @@ void frmPlotLayout::cbxExistingPointLayer_Click() {
   int start = 0;
   if (index >= 0 && index < static_cast<int>(pointLayers_.size())) {
     const platform::FeatureLayer& layer = pointLayers_[static_cast<std::size_t>(index)];
-    for (const auto& field : ReturnFieldsByType(layer.featureClass->Fields(), kNumericFields)) {
+    for (const auto& field : ReturnFieldsByType(layer.featureClass->Fields(), kNumericFieldKinds)) {
       if (IsShapeMeasure(field)) continue;
       idFields.entries.push_back(field.name);
       existingIdFields_.push_back(field);
