@@ -17,6 +17,7 @@
 #include "platform/workspace.h"
 #include "plot/plot_layout_parameters.h"
 #include "presentation/dialog_model.h"
+#include "shell/command_table.h"
 #include "shell/host_array.h"
 #include "shell/plot_layout_form_link.h"
 #include "transforms/search_types.h"
@@ -131,6 +132,8 @@ class frmPlotLayout : public DialogModel, public PlotLayoutFormLink {
   void SetVisible(std::initializer_list<std::string_view> controls, bool visible);
   void SetEnabled(std::initializer_list<std::string_view> controls, bool enabled);
   void DropAnchorTool();
+  // The anchor tool's ProgID, as the host knows its current tool.
+  static std::string AnchorTool() { return std::string(kSelPointToolCommand.progId); }
   // How the extension's spacings and ratios are shown and kept: 0 as 1, no sign.
   static double PositiveNonZero(double value) { return value == 0 ? 1 : std::abs(value); }
 

@@ -6,19 +6,18 @@
 #include "plot/plot_layout_checks.h"
 #include "plot/plot_layout_dialog.h"
 #include "shell/extension.h"
-#include "shell/sel_point_tool.h"
 
 namespace tarnwick {
 
 void frmPlotLayout::DropAnchorTool() {
-  if (application_->CurrentTool() == kSelPointToolProgId) application_->SetCurrentTool("");
+  if (application_->CurrentTool() == AnchorTool()) application_->SetCurrentTool("");
   anchorToolActive_ = false;
   extension_->SelToolEnabled = false;
-  application_->RefreshCommandItem(kSelPointToolProgId);
+  application_->RefreshCommandItem(AnchorTool());
 }
 
 void frmPlotLayout::ImplementAnchorChoice() {
-  anchorToolActive_ = application_->CurrentTool() == kSelPointToolProgId;
+  anchorToolActive_ = application_->CurrentTool() == AnchorTool();
   const bool apply = (*this)["chkApplyAnchor"].value == 1;
   const bool clicked = (*this)["cbxAnchorOption"].listIndex == 0;
   SetVisible({"cbxAnchorOption", "lblX", "lblY", "txtAnchorX", "txtAnchorY"}, apply);
@@ -30,13 +29,13 @@ void frmPlotLayout::ImplementAnchorChoice() {
     anchorToolActive_ = false;
   }
   extension_->SelToolEnabled = false;
-  application_->RefreshCommandItem(kSelPointToolProgId);
+  application_->RefreshCommandItem(AnchorTool());
   CheckEnable();
 }
 
 void frmPlotLayout::cbxAnchorOption_Click() {
   (*this)["cbxAnchorOption"].backColor = kWhite;
-  anchorToolActive_ = application_->CurrentTool() == kSelPointToolProgId;
+  anchorToolActive_ = application_->CurrentTool() == AnchorTool();
   const bool clicked = (*this)["cbxAnchorOption"].listIndex == 0;
   if ((*this)["cbxAnchorOption"].visible) {
     SetVisible({"lblClickOnScreen", "imgButtonUp"}, clicked);
@@ -59,8 +58,8 @@ void frmPlotLayout::imgButtonUp_Click() {
   anchorToolActive_ = true;
   extension_->SelToolEnabled = true;
   if (!initializingForm_) {
-    application_->SetCurrentTool(kSelPointToolProgId);
-    application_->RefreshCommandItem(kSelPointToolProgId);
+    application_->SetCurrentTool(AnchorTool());
+    application_->RefreshCommandItem(AnchorTool());
   }
   (*this)["imgButtonDown"].visible = true;
   (*this)["imgButtonUp"].visible = false;
@@ -70,7 +69,7 @@ void frmPlotLayout::imgButtonUp_Click() {
 void frmPlotLayout::imgButtonDown_Click() {
   if (!initializingForm_) {
     application_->SetCurrentTool("");
-    application_->RefreshCommandItem(kSelPointToolProgId);
+    application_->RefreshCommandItem(AnchorTool());
   }
   (*this)["imgButtonDown"].visible = false;
   (*this)["imgButtonUp"].visible = true;

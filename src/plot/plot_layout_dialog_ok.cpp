@@ -295,9 +295,9 @@ void frmPlotLayout::RunAndClose(const PlotLayoutParameters& parameters) {
   hidden = true;
   NotifyChanged();
   platform::host::Application& app = *application_;
-  if (app.CurrentTool() == kSelPointToolProgId) {
+  if (app.CurrentTool() == AnchorTool()) {
     app.SetCurrentTool("");
-    app.RefreshCommandItem(kSelPointToolProgId);
+    app.RefreshCommandItem(AnchorTool());
   }
   extension_->SelToolEnabled = false;
 

@@ -11,7 +11,6 @@
 #include "plot/plot_layout_histories.h"
 #include "plot/plot_texts.h"
 #include "shell/extension.h"
-#include "shell/sel_point_tool.h"
 #include "support/lookups.h"
 #include "support/path_operations.h"
 #include "support/text_operations.h"
@@ -91,7 +90,7 @@ void frmPlotLayout::ArcApplication(const HostArray& hostArray) {
     SetText("txtGridStartingNumber", "");
     ShareControlPlaces();
 
-    anchorToolActive_ = application_->CurrentTool() == kSelPointToolProgId;
+    anchorToolActive_ = application_->CurrentTool() == AnchorTool();
     (*this)["imgButtonDown"].visible = anchorToolActive_;
     (*this)["imgButtonUp"].visible = !anchorToolActive_;
 

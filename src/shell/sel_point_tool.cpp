@@ -2,7 +2,6 @@
 
 #include "platform/host/application.h"
 #include "platform/host/map_document.h"
-#include "presentation/error_handling.h"
 #include "shell/extension.h"
 #include "support/host_operations.h"
 
@@ -10,7 +9,6 @@ namespace tarnwick {
 
 namespace {
 
-constexpr std::string_view kModule = "..\\clsSelPointTool.cls";
 constexpr int kLeftButton = 1;
 
 // Raises the dialog's re-entry flag around a press of its toggle button, so
@@ -24,45 +22,29 @@ void PressWithoutToolChange(PlotLayoutFormLink& form, Press&& press) {
 
 }  // namespace
 
-clsSelPointTool::clsSelPointTool(platform::host::Application& application, platform::host::MapDocument& document,
-                                 clsExtension* extension)
-    : application_(application), document_(document), extension_(extension) {}
-
-template <class Body>
-void clsSelPointTool::AsEntryPoint(std::string_view routine, Body&& body) {
-  try {
-    body();
-  } catch (...) {
-    HandleErrorAtEntryPoint(routine, kModule, &application_, &document_);
-  }
-}
-
-bool clsSelPointTool::Enabled() const { return extension_ != nullptr && extension_->SelToolEnabled; }
+PlotLayoutFormLink* clsSelPointTool::Form() const { return extension_ ? extension_->PlotLayoutForm : nullptr; }
 
 void clsSelPointTool::OnClick() {
   AsEntryPoint("ICommand_OnClick ", [&] {
-    application_.GetStatusBar().SetStatusText("Click on new location to select point...");
-    if (extension_ && extension_->PlotLayoutForm) {
-      PlotLayoutFormLink& form = *extension_->PlotLayoutForm;
-      PressWithoutToolChange(form, [&] { form.imgButtonUp_Click(); });
-    }
+    application_->GetStatusBar().SetStatusText("Click on new location to select point...");
+    if (PlotLayoutFormLink* form = Form()) PressWithoutToolChange(*form, [&] { form->imgButtonUp_Click(); });
   });
 }
 
 void clsSelPointTool::WriteToDialog(double x, double y) {
-  if (!extension_ || !extension_->PlotLayoutForm) return;
-  PlotLayoutFormLink& form = *extension_->PlotLayoutForm;
-  form.SetAnchorX(x);
-  form.SetAnchorY(y);
-  form.WriteAnchorCoordinates();
+  PlotLayoutFormLink* form = Form();
+  if (!form) return;
+  form->SetAnchorX(x);
+  form->SetAnchorY(y);
+  form->WriteAnchorCoordinates();
 }
 
 void clsSelPointTool::OnMouseDown(int, int, double x, double y) {
   AsEntryPoint("ITool_OnMouseDown ", [&] {
     // With no dialog open a click changes nothing, not even the marker.
-    if (!extension_ || !extension_->PlotLayoutForm) return;
+    if (!Form()) return;
     WriteToDialog(x, y);
-    platform::host::Map& map = document_.FocusMap();
+    platform::host::Map& map = document_->FocusMap();
     DeleteGraphicsByName(map, kAnchorMarkerName);
     map.AddGraphic({kAnchorMarkerName, x, y, 12, {0, 155, 0}});
   });
@@ -80,10 +62,7 @@ void clsSelPointTool::OnMouseUp(int, int, double x, double y) {
 
 bool clsSelPointTool::Deactivate() {
   AsEntryPoint("ITool_Deactivate ", [&] {
-    if (extension_ && extension_->PlotLayoutForm) {
-      PlotLayoutFormLink& form = *extension_->PlotLayoutForm;
-      PressWithoutToolChange(form, [&] { form.imgButtonDown_Click(); });
-    }
+    if (PlotLayoutFormLink* form = Form()) PressWithoutToolChange(*form, [&] { form->imgButtonDown_Click(); });
   });
   return true;
 }

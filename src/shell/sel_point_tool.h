@@ -4,31 +4,21 @@
 // open Plot Layout dialog (reached through the extension); its marker shows
 // where the button went down. The view (a map tool of the desktop) converts
 // screen positions to map coordinates and calls these operations.
-#include <string_view>
-
-namespace tarnwick::platform::host {
-class Application;
-class MapDocument;
-}  // namespace tarnwick::platform::host
+#include "shell/commands.h"
 
 namespace tarnwick {
 
-class clsExtension;
+class PlotLayoutFormLink;
 
-inline constexpr const char* kSelPointToolProgId = "Tarnwick.clsSelPointTool";
 // The name of the anchor marker on the map; the plot run removes it.
 inline constexpr const char* kAnchorMarkerName = "Delete_Me_Tarnwick";
 
-class clsSelPointTool {
+class clsSelPointTool : public TarnwickCommand {
  public:
-  // extension may be null (the host found none): the tool is then disabled.
-  clsSelPointTool(platform::host::Application& application, platform::host::MapDocument& document,
-                  clsExtension* extension);
+  clsSelPointTool() : TarnwickCommand(kSelPointToolCommand) {}
 
-  // Usable only while the Plot Layout dialog has switched it on.
-  bool Enabled() const;
   // The user picked the tool (on the toolbar or through the dialog's button).
-  void OnClick();
+  void OnClick() override;
   // button 1 is the left button; x and y are map coordinates.
   void OnMouseDown(int button, int shift, double x, double y);
   void OnMouseMove(int button, int shift, double x, double y);
@@ -43,15 +33,10 @@ class clsSelPointTool {
   bool Deactivate();
 
  private:
-  // Runs body as the entry point named routine.
-  template <class Body>
-  void AsEntryPoint(std::string_view routine, Body&& body);
+  // The open Plot Layout dialog, or null.
+  PlotLayoutFormLink* Form() const;
   // Gives the point to the open dialog, if there is one.
   void WriteToDialog(double x, double y);
-
-  platform::host::Application& application_;
-  platform::host::MapDocument& document_;
-  clsExtension* extension_;
 };
 
 }  // namespace tarnwick

@@ -13,13 +13,14 @@ TEST_F(PlotDialogTest, AnchorToolPressDragReleaseAndTheToggleButton) {
   map().layers = {MakeStands(dir / "stands.gpkg", utm, {{Square(500000, 4000000, 100), "A"}})};
   map().spatialReference = utm;
   frmPlotLayout& d = Open();
-  clsSelPointTool tool(app, document, &extension);
+  clsSelPointTool tool;
+  tool.OnCreate(app, document, &extension);
   EXPECT_FALSE(tool.Enabled());
 
   d.SetValue("chkApplyAnchor", 1);
   d.SetListIndex("cbxAnchorOption", 0);
   d.Fire("imgButtonUp", ControlEvent::Click);
-  EXPECT_EQ(app.tool, kSelPointToolProgId);
+  EXPECT_EQ(app.tool, kSelPointToolCommand.progId);
   EXPECT_TRUE(tool.Enabled());
   EXPECT_TRUE(d["imgButtonDown"].visible);
   EXPECT_FALSE(d["imgButtonUp"].visible);
@@ -59,7 +60,8 @@ TEST_F(PlotDialogTest, AnchorToolPressDragReleaseAndTheToggleButton) {
   tool.OnMouseDown(1, 0, 5, 5);
   tool.OnMouseUp(1, 0, 5, 5);
   EXPECT_TRUE(map().graphics.empty());
-  clsSelPointTool orphan(app, document, nullptr);
+  clsSelPointTool orphan;
+  orphan.OnCreate(app, document, nullptr);
   EXPECT_FALSE(orphan.Enabled());
   orphan.OnClick();
   EXPECT_TRUE(app.windows.empty());

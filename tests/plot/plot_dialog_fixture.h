@@ -1,7 +1,7 @@
 #pragma once
 // A Plot Layout dialog opened on an in-memory map of GeoPackage layers, with
 // a desktop host that keeps the current tool and records the save dialogs'
-// questions and the reports shown.
+// questions.
 #include <gtest/gtest.h>
 
 #include <deque>
@@ -29,12 +29,10 @@ class DesktopApplication : public testkit::FakeApplication {
     choices.pop_front();
     return choice;
   }
-  void ShowReport(const platform::host::ReportRequest& report) override { reports.push_back(report); }
 
   std::string tool;
   std::vector<std::string> suggestions;
   std::deque<platform::host::DatasetSaveChoice> choices;
-  std::vector<platform::host::ReportRequest> reports;
 };
 
 // Class "name" of points with one integer field "PlotNum", in store.
