@@ -3,9 +3,9 @@
 #include <array>
 #include <filesystem>
 
+#include "errors/error_road.h"
 #include "platform/host/application.h"
 #include "platform/workspace.h"
-#include "presentation/error_handling.h"
 #include "support/feature_class_rules.h"
 #include "support/path_operations.h"
 #include "support/text_operations.h"

@@ -5,7 +5,7 @@
 #include <cctype>
 #include <string_view>
 
-#include "presentation/error_handling.h"
+#include "errors/error_road.h"
 #include "support/text_operations.h"
 
 namespace tarnwick {

@@ -8,9 +8,9 @@
 #include <fstream>
 #include <sstream>
 
+#include "errors/error_road.h"
 #include "platform/errors.h"
 #include "platform/host/application.h"
-#include "presentation/error_handling.h"
 #include "support/sorting.h"
 
 namespace tarnwick {

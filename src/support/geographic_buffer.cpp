@@ -1,6 +1,6 @@
 #include "support/geographic_buffer.h"
 
-#include "presentation/error_handling.h"
+#include "errors/error_road.h"
 
 namespace tarnwick {
 

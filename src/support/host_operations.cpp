@@ -7,8 +7,8 @@
 #include <array>
 #include <cstdlib>
 
+#include "errors/error_road.h"
 #include "platform/host/map_document.h"
-#include "presentation/error_handling.h"
 #include "support/text_operations.h"
 
 namespace tarnwick {
@@ -49,10 +49,6 @@ std::string ReturnArcGISVersion(int versionNumber) {
     case 6: return "10.2";
     default: return "Unable to determine ArcGIS Version!";
   }
-}
-
-std::string ReturnLineText(long line) {
-  return line == 0 ? std::string() : "Line : " + std::to_string(line);
 }
 
 void DeleteGraphicsByName(platform::host::Map& map, std::string_view name) {

@@ -15,9 +15,6 @@ std::string ReturnUserName();
 // The host's version text for its version number (0 "8.3" ... 6 "10.2").
 std::string ReturnArcGISVersion(int versionNumber);
 
-// "Line : n", or an empty text for line 0.
-std::string ReturnLineText(long line);
-
 // Removes the map's graphic elements that bear this name (ignoring case).
 void DeleteGraphicsByName(platform::host::Map& map, std::string_view name);
 

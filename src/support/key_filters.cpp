@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include "presentation/error_handling.h"
+#include "errors/error_road.h"
 #include "support/text_operations.h"
 
 namespace tarnwick {

@@ -1,8 +1,8 @@
 #include "support/lattice_shift.h"
 
+#include "errors/error_road.h"
 #include "platform/geometry.h"
 #include "platform/spatial_reference.h"
-#include "presentation/error_handling.h"
 #include "support/geometric_operations.h"
 
 namespace tarnwick {

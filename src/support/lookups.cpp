@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cctype>
 
+#include "errors/error_road.h"
 #include "platform/host/map_document.h"
 #include "platform/spatial_reference.h"
-#include "presentation/error_handling.h"
 
 namespace tarnwick {
 namespace {

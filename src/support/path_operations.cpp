@@ -3,10 +3,10 @@
 #include <filesystem>
 #include <system_error>
 
+#include "errors/error_road.h"
 #include "platform/errors.h"
 #include "platform/host/map_document.h"
 #include "platform/workspace.h"
-#include "presentation/error_handling.h"
 #include "support/file_operations.h"
 #include "support/text_operations.h"
 

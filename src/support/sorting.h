@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "presentation/error_handling.h"
+#include "errors/error_road.h"
 
 namespace tarnwick {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "presentation/error_handling.h"
+#include "errors/error_road.h"
 #include "support/geometric_operations.h"
 #include "support/spheroid_operations.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include "presentation/error_handling.h"
+#include "errors/error_road.h"
 
 namespace tarnwick {
 namespace {

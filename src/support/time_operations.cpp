@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-#include "presentation/error_handling.h"
+#include "errors/error_road.h"
 #include "support/text_operations.h"
 
 namespace tarnwick {

@@ -1,7 +1,7 @@
 #include "support/unique_names.h"
 
+#include "errors/error_road.h"
 #include "platform/workspace.h"
-#include "presentation/error_handling.h"
 #include "support/path_operations.h"
 
 namespace tarnwick {

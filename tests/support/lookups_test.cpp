@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "errors/error_road.h"
 #include "platform/host/map_document.h"
 #include "platform/spatial_reference.h"
 #include "support/host_operations.h"

@@ -1,0 +1,69 @@
+#include "errors/error_road.h"
+
+#include <new>
+#include <stdexcept>
+
+#include "platform/errors.h"
+
+namespace tarnwick {
+namespace {
+constexpr long kErrOutOfMemory = 7;
+constexpr long kErrSubscriptOutOfRange = 9;
+
+// The lowest level of the stack: number and description under headings.
+std::string FirstLevel(long number, const std::string& description) {
+  return "\nError Number \n\t" + std::to_string(number) + "\nDescription\n\t" + description + "\n\n";
+}
+}  // namespace
+
+RoutineError::RoutineError(long number, std::string source, std::string description)
+    : RoutineError(number, std::move(source), std::move(description), false) {}
+
+RoutineError::RoutineError(long number, std::string source, std::string description, bool climbing)
+    : number_(number), source_(std::move(source)), description_(std::move(description)), climbing_(climbing) {}
+
+void RaiseError(long number, std::string source, std::string description) {
+  throw RoutineError(number, std::move(source), std::move(description));
+}
+
+std::string ReturnLineText(long line) {
+  return line == 0 ? std::string() : "Line : " + std::to_string(line);
+}
+
+std::string LocationText(std::string_view routine, std::string_view module, long line) {
+  return std::string(routine) + " " + std::string(module) + " " + ReturnLineText(line);
+}
+
+CaughtError CurrentError(std::string_view module) {
+  if (!std::current_exception()) {
+    return {platform::kErrInvalidProcedureCall, std::string(module), "No error is being handled", false};
+  }
+  try {
+    throw;
+  } catch (const RoutineError& e) {
+    return {e.Number(), e.Source(), e.Description(), e.Climbing()};
+  } catch (const platform::PlatformError& e) {
+    return {e.Number(), e.Source(), e.what(), false};
+  } catch (const std::bad_alloc&) {
+    return {kErrOutOfMemory, std::string(module), "Out of memory", false};
+  } catch (const std::out_of_range& e) {
+    return {kErrSubscriptOutOfRange, std::string(module), e.what(), false};
+  } catch (const std::overflow_error& e) {
+    return {platform::kErrOverflow, std::string(module), e.what(), false};
+  } catch (const std::exception& e) {
+    return {platform::kErrInvalidProcedureCall, std::string(module), e.what(), false};
+  } catch (...) {
+    return {platform::kErrInvalidProcedureCall, std::string(module), "Unknown error", false};
+  }
+}
+
+void HandleError(std::string_view routine, std::string_view module, std::source_location where) {
+  CaughtError error = CurrentError(module);
+  if (!error.climbing) error.description = FirstLevel(error.number, error.description);
+  throw RoutineError(error.number, std::move(error.source),
+                     "\t" + LocationText(routine, module, static_cast<long>(where.line())) + "\n" +
+                         error.description,
+                     true);
+}
+
+}  // namespace tarnwick

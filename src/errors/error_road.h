@@ -1,0 +1,70 @@
+#pragma once
+// The error road's core. Every routine that can fail runs its body inside
+// Guarded (or calls HandleError from its own catch block). An inner routine
+// adds one tabbed line naming itself to the error's call stack and throws it
+// on; an entry point ends the climb (presentation/error_handling.h shows the
+// stack and writes the log).
+#include <exception>
+#include <source_location>
+#include <string>
+#include <string_view>
+
+namespace tarnwick {
+
+// The error as it climbs: number, source, and a description that holds the
+// call stack gathered so far.
+class RoutineError : public std::exception {
+ public:
+  RoutineError(long number, std::string source, std::string description);
+  // climbing: the description already holds the call stack (some routine's
+  // handler has formatted it and added its line).
+  RoutineError(long number, std::string source, std::string description, bool climbing);
+  long Number() const noexcept { return number_; }
+  bool Climbing() const noexcept { return climbing_; }
+  const std::string& Source() const noexcept { return source_; }
+  const std::string& Description() const noexcept { return description_; }
+  const char* what() const noexcept override { return description_.c_str(); }
+
+ private:
+  long number_;
+  std::string source_;
+  std::string description_;
+  bool climbing_ = false;
+};
+
+// Throws a fresh error that has not yet climbed (the first level formats it).
+[[noreturn]] void RaiseError(long number, std::string source, std::string description);
+
+// "Line : n", or an empty text for line 0.
+std::string ReturnLineText(long line);
+
+// "routine module Line : n" (the line text is empty for line 0).
+std::string LocationText(std::string_view routine, std::string_view module, long line);
+
+// The exception being handled, whatever its type, as the error road sees it.
+struct CaughtError {
+  long number;
+  std::string source;
+  std::string description;
+  bool climbing;
+};
+CaughtError CurrentError(std::string_view module);
+
+// For an inner routine, inside a catch block: turns the current exception
+// into a RoutineError with this routine's line added in front, and throws it.
+[[noreturn]] void HandleError(std::string_view routine, std::string_view module,
+                              std::source_location where = std::source_location::current());
+
+// Runs body; any exception it lets out goes through HandleError under this
+// routine's name.
+template <class Body>
+decltype(auto) Guarded(std::string_view routine, std::string_view module, Body&& body,
+                       std::source_location where = std::source_location::current()) {
+  try {
+    return body();
+  } catch (...) {
+    HandleError(routine, module, where);
+  }
+}
+
+}  // namespace tarnwick
