@@ -99,7 +99,11 @@ class Reader {
       } else if (c == '\r' || c == '\n') {
         // line ends in RTF source carry no meaning
       } else if (!ConsumeFallback()) {
-        Character(c);
+        if (InBody()) {
+          PlainSpan();
+        } else {
+          Character(c);
+        }
       }
     }
     FlushSurrogate();
@@ -139,6 +143,16 @@ class Reader {
     --pendingFallback_;
     return true;
   }
+
+  // Text of the body from the character just read up to the next one that
+  // means more than itself, appended at once.
+  void PlainSpan() {
+    const std::size_t start = pos_ - 1;
+    while (pos_ < rtf_.size() && !IsSpecial(rtf_[pos_])) ++pos_;
+    FlushSurrogate();
+    Append(rtf_.substr(start, pos_ - start));
+  }
+  static bool IsSpecial(char c) { return c == '{' || c == '}' || c == '\\' || c == '\r' || c == '\n'; }
 
   // A plain character of the source, by where its group's text goes.
   void Character(char c) {
