@@ -4,7 +4,7 @@
 #include <cmath>
 #include <optional>
 
-#include "presentation/error_handling.h"
+#include "errors/error_road.h"
 
 namespace tarnwick {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
+#include "errors/error_road.h"
 #include "platform/host/application.h"
-#include "presentation/error_handling.h"
 #include "presentation/rtf_reader.h"
 
 namespace tarnwick {

@@ -1,7 +1,7 @@
 #include "standids/stand_ids_command_driver.h"
 
+#include "errors/error_road.h"
 #include "platform/errors.h"
-#include "presentation/error_handling.h"
 #include "standids/import_stand_id_values.h"
 
 namespace tarnwick {

@@ -1,7 +1,7 @@
 #include "waypoints/waypoint_command_driver.h"
 
+#include "errors/error_road.h"
 #include "platform/errors.h"
-#include "presentation/error_handling.h"
 #include "waypoints/create_waypoint_file.h"
 
 namespace tarnwick {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "presentation/error_handling.h"
+#include "errors/error_road.h"
 
 namespace tarnwick {
 namespace {

@@ -33,6 +33,8 @@ TEST(Extension, SaveAndLoadRoundTripAndRepair) {
   saved.DirectoryPath = "/data/inventory.gdb";
   saved.DirectoryType = "File Geodatabase";
   saved.OrientationFromField = true;
+  saved.IsFeatureDataset = true;  // not in the stream
+  saved.FeatDatasetName = "Inventory";
   MemoryStream stream;
   saved.Save(stream);
   ASSERT_EQ(stream.values.size(), 24u);
@@ -48,6 +50,16 @@ TEST(Extension, SaveAndLoadRoundTripAndRepair) {
   EXPECT_EQ(loaded.YSpacing, 1);   // zero turned into one
   EXPECT_EQ(loaded.DirectoryType, "File Geodatabase");
   EXPECT_TRUE(loaded.OrientationFromField);
+  EXPECT_FALSE(loaded.IsFeatureDataset);
+  EXPECT_EQ(loaded.FeatDatasetName, "");
+
+  // Save then Load on one object changes none of the persisted members.
+  MemoryStream again;
+  loaded.Save(again);
+  const std::deque<StreamValue> before = again.values;
+  loaded.Load(again);
+  loaded.Save(again);
+  EXPECT_EQ(again.values, before);
 }
 
 TEST(Extension, ShortOrBadStreamKeepsWhatWasReadAndReportsOnce) {
@@ -83,6 +95,7 @@ TEST(Extension, StartupFallsBackToShapefileFolder) {
   fresh.Startup();
   EXPECT_EQ(fresh.DirectoryType, "Shapefile");
   EXPECT_EQ(fresh.DirectoryPath, "");
+  EXPECT_EQ(fresh.XSpacing, 0);  // the dialog shows 1; the extension keeps 0
   clsExtension typeless;
   typeless.DirectoryPath = "/data";
   typeless.IsFeatureDataset = true;
