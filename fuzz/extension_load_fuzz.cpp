@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/host/application.h"
 #include "platform/host/memory_map_document.h"
+#include "platform/host/terminal_application.h"
 #include "shell/extension.h"
 
 namespace {
@@ -68,31 +68,10 @@ class VectorStream : public tarnwick::ValueStream {
   std::size_t next = 0;
 };
 
-class QuietStatusBar : public tarnwick::platform::host::StatusBar {
+// The command line's host with the error road's message window kept quiet.
+class QuietApplication : public tarnwick::platform::host::TerminalApplication {
  public:
-  void ShowProgressBar(const std::string&, long, long, long, bool) override {}
-  void HideProgressBar() override {}
-  void SetMessage(const std::string&) override {}
-  void Step() override {}
-  void SetPosition(long) override {}
-  void SetStatusText(const std::string&) override {}
-};
-
-class QuietApplication : public tarnwick::platform::host::Application {
- public:
-  tarnwick::platform::host::StatusBar& GetStatusBar() override { return statusBar_; }
-  tarnwick::platform::host::MessageResult MessageBox(const std::string&, const std::string&,
-                                                     tarnwick::platform::host::MessageButtons,
-                                                     tarnwick::platform::host::MessageIcon) override {
-    return tarnwick::platform::host::MessageResult::OK;
-  }
   void ShowMessageWindow(const std::string&) override {}
-  void DoEvents() override {}
-  tarnwick::platform::host::Version GetVersion() const override { return {}; }
-  int VersionNumber() const override { return 0; }
-
- private:
-  QuietStatusBar statusBar_;
 };
 
 // Equal values, a NaN equal to itself.

@@ -4,7 +4,7 @@
 // driver and show its report. The desktop supplies the dialogs and the
 // drivers; the flow is the same everywhere.
 #include <any>
-#include <optional>
+#include <functional>
 #include <string>
 
 #include "shell/command_table.h"
