@@ -12,7 +12,9 @@ constexpr long kErrSubscriptOutOfRange = 9;
 
 // The lowest level of the stack: number and description under headings.
 std::string FirstLevel(long number, const std::string& description) {
-  return "\nError Number \n\t" + std::to_string(number) + "\nDescription\n\t" + description + "\n\n";
+  const std::string br(kLineBreak);
+  return br + "Error Number " + br + "\t" + std::to_string(number) + br + "Description" + br + "\t" + description +
+         br + br;
 }
 }  // namespace
 
@@ -61,7 +63,7 @@ void HandleError(std::string_view routine, std::string_view module, std::source_
   CaughtError error = CurrentError(module);
   if (!error.climbing) error.description = FirstLevel(error.number, error.description);
   throw RoutineError(error.number, std::move(error.source),
-                     "\t" + LocationText(routine, module, static_cast<long>(where.line())) + "\n" +
+                     "\t" + LocationText(routine, module, static_cast<long>(where.line())) + std::string(kLineBreak) +
                          error.description,
                      true);
 }

@@ -11,6 +11,10 @@
 
 namespace tarnwick {
 
+// The line break of every text the error road builds (the stack, the banner,
+// the log), the same as the text writer ends its files with.
+inline constexpr std::string_view kLineBreak = "\r\n";
+
 // The error as it climbs: number, source, and a description that holds the
 // call stack gathered so far.
 class RoutineError : public std::exception {

@@ -212,7 +212,7 @@ PlotLayoutResult GeneratePlotLayout(platform::host::Application& application, pl
     result.succeeded = true;
   } catch (...) {
     const ErrorFacts facts = CurrentErrorFacts();
-    result.errorLog = HandleErrorAtEntryPoint("GeneratePlotLayout", kPlotModule, &application, &document);
+    result.errorLog = HandleErrorAtEntryPoint("GeneratePlotLayout", kPlotModule, &application, &document, line);
     result.failureReport = FailureReportText(line, facts.number, facts.source, facts.description);
     result.caption = "Analysis Failed:";
     result.succeeded = false;

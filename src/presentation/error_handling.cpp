@@ -16,8 +16,8 @@ std::string Banner(const platform::host::Application* application, long number, 
   platform::host::Version v{platform::kVersionMajor, platform::kVersionMinor, platform::kVersionRevision};
   if (application) v = application->GetVersion();
   return "TNWK Waypoint Converter v. " + std::to_string(v.major) + "." + std::to_string(v.minor) + "." +
-         std::to_string(v.revision) + ":  Error Number " + std::to_string(number) + "\nDescription:  " +
-         description + "\n\n";
+         std::to_string(v.revision) + ":  Error Number " + std::to_string(number) + std::string(kLineBreak) +
+         "Description:  " + description + std::string(kLineBreak) + std::string(kLineBreak);
 }
 
 std::string LogDirectory(const platform::host::MapDocument* document) {
@@ -32,22 +32,28 @@ std::string LogDirectory(const platform::host::MapDocument* document) {
 ErrorLog HandleErrorAtEntryPoint(std::string_view routine, std::string_view module,
                                  platform::host::Application* application,
                                  const platform::host::MapDocument* document, std::source_location where) {
+  return HandleErrorAtEntryPoint(routine, module, application, document, static_cast<long>(where.line()));
+}
+
+ErrorLog HandleErrorAtEntryPoint(std::string_view routine, std::string_view module,
+                                 platform::host::Application* application,
+                                 const platform::host::MapDocument* document, long line) {
   ErrorLog log;
   try {
     CaughtError error = CurrentError(module);
     if (!error.climbing) error.description = Banner(application, error.number, error.description);
     log.number = error.number;
 
-    const std::string location = LocationText(routine, module, static_cast<long>(where.line()));
+    const std::string location = LocationText(routine, module, line);
     const std::string title = document ? document->Title() : std::string();
     std::string path;
     try {
       path = LogDirectory(document) + "Tarnwick_Error_Log_" + ReturnTimeStamp() + ".txt";
     } catch (...) {
     }
-    log.text = "Error in '" + title + ".mxd'\n" +
-               "Record Call Stack Sequence - Bottom line is error line.\n" + "\n" + "Log file saved to:\n" +
-               "  --> " + path + "\n" + "\n" + location + "\n" + error.description;
+    const std::string br(kLineBreak);
+    log.text = "Error in '" + title + ".mxd'" + br + "Record Call Stack Sequence - Bottom line is error line." + br +
+               br + "Log file saved to:" + br + "  --> " + path + br + br + location + br + error.description;
 
     // Showing and logging must never stop the tool.
     try {
@@ -64,11 +70,11 @@ ErrorLog HandleErrorAtEntryPoint(std::string_view routine, std::string_view modu
 }
 
 std::string ErrorDisplayText(long displayStyle, std::string_view location, std::string_view description) {
-  if (displayStyle == 2 || displayStyle == 3) return std::string(location) + "\n" + std::string(description);
-  return "An error has occured in the application.   Record the call stack sequence\n"
-         "and the description of the error.\n\n"
-         "Error Call Stack Sequence \n\t" +
-         std::string(location) + "\n" + std::string(description);
+  const std::string br(kLineBreak);
+  if (displayStyle == 2 || displayStyle == 3) return std::string(location) + br + std::string(description);
+  return "An error has occured in the application.   Record the call stack sequence" + br +
+         "and the description of the error." + br + br + "Error Call Stack Sequence " + br + "\t" +
+         std::string(location) + br + std::string(description);
 }
 
 void ShowErrorInStyle(platform::host::Application& application, long displayStyle, std::string_view location,

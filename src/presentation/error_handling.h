@@ -30,6 +30,11 @@ ErrorLog HandleErrorAtEntryPoint(std::string_view routine, std::string_view modu
                                  platform::host::Application* application,
                                  const platform::host::MapDocument* document,
                                  std::source_location where = std::source_location::current());
+// The same, with the line the routine had reached given as such (a driver
+// whose failure report names that line gives the log the same one).
+ErrorLog HandleErrorAtEntryPoint(std::string_view routine, std::string_view module,
+                                 platform::host::Application* application,
+                                 const platform::host::MapDocument* document, long line);
 
 // The host's other ways of showing an error, kept beside the one the system
 // uses (log and message window): 2 and 3 show the location and description

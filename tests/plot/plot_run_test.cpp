@@ -326,6 +326,11 @@ TEST_F(PlotRun, NullStandIdFailsTheRunAndEarlierPointsStay) {
   ASSERT_TRUE(result.errorLog.has_value());
   EXPECT_TRUE(std::filesystem::exists(result.errorLog->path));
   ASSERT_EQ(app.windows.size(), 1u);
+  // The log names the same line as the report.
+  const std::string line = lines[1].substr(std::string("  --> Line Number ").size());
+  EXPECT_NE(app.windows[0].find("GeneratePlotLayout PlotLayoutFunctions Line : " + line + "\r\n"),
+            std::string::npos)
+      << app.windows[0];
   // The first stand's plots are kept.
   auto plots = platform::Workspace::Open(store)->OpenFeatureClass("Plots");
   EXPECT_EQ(plots->FeatureCount(), 9);

@@ -64,17 +64,17 @@ TEST(ErrorRoad, NestedRoutinesStackInnermostLastAndLogBesideTheDocument) {
   EXPECT_EQ(log.number, platform::kErrInvalidProcedureCall);
 
   const std::string expected =
-      "Error in 'stands.mxd'\n"
-      "Record Call Stack Sequence - Bottom line is error line.\n"
-      "\n"
-      "Log file saved to:\n"
-      "  --> " + files[0].string() + "\n"
-      "\n"
-      "cmdOK_Click frmPlotLayout Line : " + std::to_string(entryLine) + "\n" +
-      "\tLevel1 OtherModule Line : " + std::to_string(kLine1) + "\n" +
-      "\tLevel2 TestModule Line : " + std::to_string(kLine2) + "\n" +
-      "\tLevel3 TestModule Line : " + std::to_string(kLine3) + "\n" +
-      "\nError Number \n\t5\nDescription\n\tboom\n\n";
+      "Error in 'stands.mxd'\r\n"
+      "Record Call Stack Sequence - Bottom line is error line.\r\n"
+      "\r\n"
+      "Log file saved to:\r\n"
+      "  --> " + files[0].string() + "\r\n"
+      "\r\n"
+      "cmdOK_Click frmPlotLayout Line : " + std::to_string(entryLine) + "\r\n" +
+      "\tLevel1 OtherModule Line : " + std::to_string(kLine1) + "\r\n" +
+      "\tLevel2 TestModule Line : " + std::to_string(kLine2) + "\r\n" +
+      "\tLevel3 TestModule Line : " + std::to_string(kLine3) + "\r\n" +
+      "\r\nError Number \r\n\t5\r\nDescription\r\n\tboom\r\n\r\n";
   EXPECT_EQ(log.text, expected);
   ASSERT_EQ(app.windows.size(), 1u);
   EXPECT_EQ(app.windows[0], expected);
@@ -93,7 +93,7 @@ TEST(ErrorRoad, InnerLevelsKeepNumberAndSourceOfPlatformErrors) {
     EXPECT_TRUE(e.Climbing());
     EXPECT_TRUE(e.Description().starts_with("\tOuter M Line : "));
     // The inner routine was given no line: its location ends with a blank.
-    EXPECT_NE(e.Description().find("\n\tInner M \n\nError Number \n\t1000\nDescription\n\tlayer plots: no such table\n\n"),
+    EXPECT_NE(e.Description().find("\r\n\tInner M \r\n\r\nError Number \r\n\t1000\r\nDescription\r\n\tlayer plots: no such table\r\n\r\n"),
               std::string::npos)
         << e.Description();
   }
@@ -112,11 +112,11 @@ TEST(ErrorRoad, ErrorAtTheEntryPointShowsTheBanner) {
     log = HandleErrorAtEntryPoint("cmdOK_Click", "frmLayerID", &app, &doc, {});
   }
   const std::string tail =
-      "\n\ncmdOK_Click frmLayerID \n"
-      "TNWK Waypoint Converter v. 1.2.3:  Error Number 13\nDescription:  Type mismatch\n\n";
+      "\r\n\r\ncmdOK_Click frmLayerID \r\n"
+      "TNWK Waypoint Converter v. 1.2.3:  Error Number 13\r\nDescription:  Type mismatch\r\n\r\n";
   ASSERT_GE(log.text.size(), tail.size());
   EXPECT_EQ(log.text.substr(log.text.size() - tail.size()), tail);
-  EXPECT_TRUE(log.text.starts_with("Error in 'inventory.mxd'\n"));
+  EXPECT_TRUE(log.text.starts_with("Error in 'inventory.mxd'\r\n"));
   EXPECT_EQ(LogFiles(dir.path()).size(), 1u);
 }
 
@@ -131,12 +131,12 @@ TEST(ErrorRoad, NoApplicationOrDocumentLogsInTheWorkingDirectory) {
   const auto files = LogFiles(cwd.path());
   ASSERT_EQ(files.size(), 1u);
   EXPECT_EQ(log.number, 0);
-  EXPECT_EQ(log.text, "Error in '.mxd'\n"
-                      "Record Call Stack Sequence - Bottom line is error line.\n\n"
-                      "Log file saved to:\n  --> " +
+  EXPECT_EQ(log.text, "Error in '.mxd'\r\n"
+                      "Record Call Stack Sequence - Bottom line is error line.\r\n\r\n"
+                      "Log file saved to:\r\n  --> " +
                           (fs::current_path() / files[0].filename()).string() +
-                          "\n\nMain cli \n"
-                          "TNWK Waypoint Converter v. 0.1.0:  Error Number 0\nDescription:  \n\n");
+                          "\r\n\r\nMain cli \r\n"
+                          "TNWK Waypoint Converter v. 0.1.0:  Error Number 0\r\nDescription:  \r\n\r\n");
 }
 
 TEST(ErrorRoad, UnwritableLogStillShowsTheStackAndNeverThrows) {
@@ -165,16 +165,16 @@ TEST(ErrorRoad, CalledWithNoErrorInFlightStillReports) {
 }
 
 TEST(ErrorRoad, OtherDisplayStylesKeepTheirTexts) {
-  EXPECT_EQ(ErrorDisplayText(2, "R M Line : 4", "d"), "R M Line : 4\nd");
+  EXPECT_EQ(ErrorDisplayText(2, "R M Line : 4", "d"), "R M Line : 4\r\nd");
   EXPECT_EQ(ErrorDisplayText(7, "R M Line : 4", "d"),
-            "An error has occured in the application.   Record the call stack sequence\n"
-            "and the description of the error.\n\n"
-            "Error Call Stack Sequence \n\tR M Line : 4\nd");
+            "An error has occured in the application.   Record the call stack sequence\r\n"
+            "and the description of the error.\r\n\r\n"
+            "Error Call Stack Sequence \r\n\tR M Line : 4\r\nd");
   testkit::FakeApplication app;
   ShowErrorInStyle(app, 3, "L", "D");
   ASSERT_EQ(app.boxes.size(), 1u);
   EXPECT_EQ(app.boxes[0].title, "Unexpected Program Error");
-  EXPECT_EQ(app.boxes[0].text, "L\nD");
+  EXPECT_EQ(app.boxes[0].text, "L\r\nD");
 }
 
 }  // namespace
