@@ -1,0 +1,62 @@
+#include "plugin/tarnwick_plugin.h"
+
+#include <dlfcn.h>
+
+#include <QFileInfo>
+#include <QMainWindow>
+
+#include <qgisinterface.h>
+#include <qgsproject.h>
+
+#include "host/qt_text.h"
+#include "session/desktop_session.h"
+
+namespace tarnwick::desktop {
+
+namespace {
+
+const QString kName = QStringLiteral("Tarnwick Tools");
+const QString kDescription =
+    QStringLiteral("Forest inventory tools: plot layout over stands, stand IDs onto plots, waypoint files");
+const QString kCategory = QStringLiteral("Vector");
+const QString kVersion = QStringLiteral("0.1.0");
+const QString kIcon = QStringLiteral(":/tarnwick/icons/102.svg");
+
+// The folder this plugin was loaded from: the manual sits beside it.
+std::string PluginFolder() {
+  Dl_info info{};
+  if (dladdr(reinterpret_cast<void*>(&PluginFolder), &info) == 0 || !info.dli_fname) return {};
+  return ToStdString(QFileInfo(QString::fromLocal8Bit(info.dli_fname)).absolutePath());
+}
+
+}  // namespace
+
+TarnwickPlugin::TarnwickPlugin(QgisInterface* iface)
+    : QgisPlugin(kName, kDescription, kCategory, kVersion, QgisPlugin::UI), iface_(iface) {}
+
+TarnwickPlugin::~TarnwickPlugin() = default;
+
+void TarnwickPlugin::initGui() {
+  DesktopWindows windows;
+  windows.mainWindow = qobject_cast<QMainWindow*>(iface_->mainWindow());
+  windows.canvas = iface_->mapCanvas();
+  windows.layerTreeView = iface_->layerTreeView();
+  windows.statusBar = iface_->statusBarIface();
+  windows.project = QgsProject::instance();
+  windows.programFolder = PluginFolder();
+  session_ = std::make_unique<DesktopSession>(windows);
+}
+
+void TarnwickPlugin::unload() { session_.reset(); }
+
+}  // namespace tarnwick::desktop
+
+// The entry points QGIS looks up in the library by name.
+QGISEXTERN QgisPlugin* classFactory(QgisInterface* iface) { return new tarnwick::desktop::TarnwickPlugin(iface); }
+QGISEXTERN const QString* name() { return &tarnwick::desktop::kName; }
+QGISEXTERN const QString* description() { return &tarnwick::desktop::kDescription; }
+QGISEXTERN const QString* category() { return &tarnwick::desktop::kCategory; }
+QGISEXTERN int type() { return QgisPlugin::UI; }
+QGISEXTERN const QString* version() { return &tarnwick::desktop::kVersion; }
+QGISEXTERN const QString* icon() { return &tarnwick::desktop::kIcon; }
+QGISEXTERN void unload(QgisPlugin* plugin) { delete plugin; }

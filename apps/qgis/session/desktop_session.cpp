@@ -1,0 +1,25 @@
+#include "session/desktop_session.h"
+
+#include <QMainWindow>
+
+#include "host/entry_point.h"
+
+namespace tarnwick::desktop {
+
+namespace {
+constexpr const char* kModule = "..\\clsExtension.cls";
+}
+
+DesktopSession::DesktopSession(const DesktopWindows& windows)
+    : application_(windows.mainWindow, windows.canvas, windows.statusBar, windows.programFolder),
+      document_(*windows.project, windows.canvas, windows.layerTreeView),
+      settings_(*windows.project, extension_, document_.FocusMap(), {&application_, &document_}) {
+  extension_.SetErrorHost(&application_, &document_);
+  RunAsEntryPoint("IExtension_Startup ", kModule, Errors(), [this] { extension_.Startup(); });
+}
+
+DesktopSession::~DesktopSession() {
+  RunAsEntryPoint("IExtension_Shutdown ", kModule, Errors(), [this] { extension_.Shutdown(); });
+}
+
+}  // namespace tarnwick::desktop
