@@ -1,0 +1,45 @@
+#pragma once
+// A QGIS desktop in miniature for widget tests: a main window with a canvas,
+// a layer tree view and a status bar over a project of the test's own, and a
+// watcher that answers the modal windows a test opens.
+#include <QMainWindow>
+#include <QStringList>
+#include <QTimer>
+#include <functional>
+#include <memory>
+
+#include <qgslayertreemodel.h>
+#include <qgslayertreeview.h>
+#include <qgsmapcanvas.h>
+#include <qgsproject.h>
+#include <qgsstatusbar.h>
+
+#include "session/desktop_session.h"
+
+namespace tarnwick::desktop::testing {
+
+struct MiniDesktop {
+  MiniDesktop();
+  ~MiniDesktop();
+  DesktopWindows Windows();
+
+  std::unique_ptr<QgsProject> project;
+  std::unique_ptr<QMainWindow> window;
+  QgsMapCanvas* canvas;            // owned by window
+  QgsLayerTreeView* layerTree;     // owned by window
+  QgsStatusBar* statusBar;         // owned by window
+};
+
+// Closes each modal window as it opens (by reject, or by a click on the
+// button a test names) and keeps the texts it showed.
+class ModalWatcher {
+ public:
+  ModalWatcher();
+  QStringList shown;  // the text of each window closed, in order
+  QString answer;     // the text of the button to click; empty rejects
+
+ private:
+  QTimer timer_;
+};
+
+}  // namespace tarnwick::desktop::testing
