@@ -1,0 +1,112 @@
+// The map document on a QGIS project: the tools see the file layers in
+// table-of-contents order with their selections, never a memory layer, and a
+// layer whose file is gone as invalid.
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+#include <qgslayertree.h>
+#include <qgsvertexmarker.h>
+
+#include "desktop_fixture.h"
+#include "platform/workspace.h"
+#include "testkit/temp_dir.h"
+
+namespace tarnwick::desktop::testing {
+namespace {
+
+using platform::FieldType;
+
+// Points numbered 1..count at (i, 2i) in a new class of the workspace.
+void WritePoints(const std::string& workspacePath, const std::string& name, int count) {
+  const auto sr = platform::SpatialReference::FromEpsg(26910);
+  auto workspace = platform::Workspace::OpenOrCreate(workspacePath);
+  auto points = workspace->CreateFeatureClass(
+      {.name = name, .geometryType = platform::GeometryType::Point, .spatialReference = sr,
+       .fields = {{"PlotID", "", FieldType::Integer}}});
+  auto cursor = points->Insert();
+  auto buffer = cursor->CreateFeatureBuffer();
+  for (int i = 1; i <= count; ++i) {
+    buffer.shape = platform::Geometry::MakePoint(i, 2 * i, sr);
+    buffer.values[points->FindField("PlotID")] = std::int64_t{i};
+    cursor->InsertFeature(buffer);
+  }
+}
+
+QgsVectorLayer* AddLayer(QgsProject& project, const std::string& source, const QString& name,
+                         const QString& provider = "ogr") {
+  auto* layer = new QgsVectorLayer(QString::fromStdString(source), name, provider);
+  project.addMapLayer(layer);
+  return layer;
+}
+
+TEST(QgisMapDocument, OffersFileLayersInTreeOrderWithTheirSelections) {
+  testkit::TempDir dir;
+  WritePoints(dir / "forest.gpkg", "Plots", 5);
+  WritePoints(dir / "forest.gpkg", "Cruise", 3);
+  WritePoints(dir / "shp", "plots", 4);
+  WritePoints(dir / "gone.gpkg", "Old", 1);
+  MiniDesktop desktop;
+  DesktopSession session(desktop.Windows());
+  QgsProject& project = *desktop.project;
+  AddLayer(project, dir / "gone.gpkg|layername=Old", "Old plots");
+  AddLayer(project, "Point?crs=EPSG:26910", "Scratch", "memory");
+  QgsVectorLayer* shapefile = AddLayer(project, dir / "shp/plots.shp", "Shapefile plots");
+  QgsVectorLayer* plots = AddLayer(project, dir / "forest.gpkg|layername=Plots", "Plots");
+  AddLayer(project, dir / "forest.gpkg|layername=Cruise", "Cruise");
+  QFile::remove(QString::fromStdString(dir / "gone.gpkg"));
+
+  // QGIS's feature IDs of a GDAL layer are the platform's object IDs.
+  plots->selectByExpression("\"PlotID\" IN (2, 4)");
+  shapefile->selectByExpression("\"PlotID\" = 3");
+
+  auto layers = session.Document().FocusMap().Layers();
+  std::vector<std::string> names;
+  for (const auto& layer : layers) names.push_back(layer.name);
+  // New layers go to the top of the tree; the memory layer is not offered.
+  EXPECT_EQ(names, (std::vector<std::string>{"Cruise", "Plots", "Shapefile plots", "Old plots"}));
+  EXPECT_FALSE(layers[3].valid);
+  EXPECT_EQ(layers[3].featureClass, nullptr);
+  for (const int i : {1, 2}) {
+    const auto& layer = layers[i];
+    ASSERT_TRUE(layer.valid);
+    std::vector<std::int64_t> ids;
+    auto cursor = layer.featureClass->SearchOids(layer.selection);
+    while (auto feature = cursor->NextFeature()) {
+      ids.push_back(std::get<std::int64_t>(feature->values[layer.featureClass->FindField("PlotID")]));
+    }
+    const std::vector<std::int64_t> expected = i == 1 ? std::vector<std::int64_t>{2, 4} : std::vector<std::int64_t>{3};
+    EXPECT_EQ(ids, expected) << layer.name;
+  }
+
+  desktop.layerTree->setCurrentLayer(plots);
+  const auto selected = session.Document().SelectedLayers();
+  ASSERT_EQ(selected.size(), 1u);
+  EXPECT_EQ(selected[0].name, "Plots");
+}
+
+TEST(QgisMapDocument, AddsLayersMarkersAndReadsTheMapsSystem) {
+  testkit::TempDir dir;
+  WritePoints(dir / "out.gpkg", "NewPlots", 2);
+  MiniDesktop desktop;
+  DesktopSession session(desktop.Windows());
+  QgisMap& map = session.Document().FocusMap();
+  desktop.canvas->setDestinationCrs(QgsCoordinateReferenceSystem("EPSG:26910"));
+  EXPECT_EQ(map.GetSpatialReference().FactoryCode(), 26910);
+
+  map.AddLayer(platform::OpenFeatureLayer(dir / "out.gpkg|layername=NewPlots"));
+  const auto layers = desktop.project->layerTreeRoot()->findLayers();
+  ASSERT_EQ(layers.size(), 1);
+  EXPECT_EQ(layers[0]->layer()->name(), "NewPlots");
+  EXPECT_TRUE(layers[0]->layer()->isValid());
+
+  map.AddGraphic({"Anchor", 500000, 4800000, 12, {255, 0, 0}});
+  map.AddGraphic({"Other", 1, 2});
+  map.DeleteGraphicsByName("ANCHOR");
+  EXPECT_EQ(map.GraphicNames(), std::vector<std::string>{"Other"});
+  ASSERT_EQ(map.Markers().Markers().size(), 1u);
+  EXPECT_EQ(desktop.canvas->scene()->items().count(const_cast<QgsVertexMarker*>(map.Markers().Markers()[0])), 1);
+}
+
+}  // namespace
+}  // namespace tarnwick::desktop::testing
