@@ -1,0 +1,132 @@
+// The generic binder between a dialog model and a form: state goes to the
+// widgets without echoing back, and the user's actions reach the handlers.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <cctype>
+
+#include "views/dialog_binder.h"
+
+namespace tarnwick::desktop::testing {
+namespace {
+
+class SampleDialog : public DialogModel {
+ public:
+  SampleDialog() : DialogModel("..\\frmSample.frm") {
+    caption = " Sample:";
+    Add({.name = "txtPlots", .kind = ControlKind::TextBox});
+    Add({.name = "lblEcho", .kind = ControlKind::Label});
+    Add({.name = "cbxUnits", .kind = ControlKind::ComboBox, .entries = {"Feet", "Meters"}, .listIndex = 0});
+    Add({.name = "lstFields", .kind = ControlKind::MultiSelectListBox, .entries = {"Age", "Site", "Type"}});
+    Add({.name = "chkLock", .kind = ControlKind::CheckBox, .caption = "&Lock"});
+    Add({.name = "optCount", .kind = ControlKind::OptionButton, .caption = "Count", .value = 1, .group = "g"});
+    Add({.name = "optSpacing", .kind = ControlKind::OptionButton, .caption = "Spacing", .group = "g"});
+    Add({.name = "cmdOK", .kind = ControlKind::CommandButton, .caption = "&OK"});
+    Add({.name = "imgButton", .kind = ControlKind::Image, .visible = false});
+    On("txtPlots", ControlEvent::Change, [this] {
+      ++changes;
+      (*this)["lblEcho"].caption = "Plots: " + (*this)["txtPlots"].text;
+    });
+    On("chkLock", ControlEvent::Click, [this] {
+      (*this)["txtPlots"].enabled = (*this)["chkLock"].value == 0;
+      (*this)["txtPlots"].backColor = (*this)["chkLock"].value ? Rgb{232, 232, 232} : kWhite;
+    });
+    On("cbxUnits", ControlEvent::Click, [this] { (*this)["imgButton"].visible = (*this)["cbxUnits"].listIndex == 1; });
+    On("imgButton", ControlEvent::Click, [this] { ++imageClicks; });
+    On("cmdOK", ControlEvent::Click, [this] { unloaded = true; });
+  }
+  int KeyPress(std::string_view, int key) override { return std::isdigit(key) || key == 8 ? key : 0; }
+  int changes = 0;
+  int imageClicks = 0;
+};
+
+template <class W>
+W* AddWidget(QDialog& form, const char* name, QRect geometry = {}) {
+  auto* widget = new W(&form);
+  widget->setObjectName(name);
+  if (!geometry.isNull()) widget->setGeometry(geometry);
+  return widget;
+}
+
+TEST(DialogBinder, ShowsTheModelAndTurnsTheUsersActionsIntoItsEvents) {
+  SampleDialog model;
+  QDialog form;
+  form.resize(400, 300);
+  auto* plots = AddWidget<QLineEdit>(form, "txtPlots", {10, 10, 100, 24});
+  auto* echo = AddWidget<QLabel>(form, "lblEcho", {10, 40, 200, 20});
+  auto* units = AddWidget<QComboBox>(form, "cbxUnits", {10, 70, 100, 24});
+  auto* fields = AddWidget<QListWidget>(form, "lstFields", {10, 100, 100, 80});
+  auto* lock = AddWidget<QCheckBox>(form, "chkLock", {120, 10, 100, 24});
+  auto* count = AddWidget<QRadioButton>(form, "optCount", {120, 40, 100, 24});
+  auto* spacing = AddWidget<QRadioButton>(form, "optSpacing", {120, 70, 100, 24});
+  auto* ok = AddWidget<QPushButton>(form, "cmdOK", {300, 260, 80, 28});
+  auto* image = AddWidget<QLabel>(form, "imgButton", {230, 10, 24, 24});
+  DialogBinder binder(model, form, {});
+  form.show();
+
+  EXPECT_EQ(form.windowTitle(), " Sample:");
+  EXPECT_EQ(units->count(), 2);
+  EXPECT_EQ(units->currentIndex(), 0);
+  EXPECT_EQ(lock->text(), "&Lock");
+  EXPECT_TRUE(count->isChecked());
+  EXPECT_FALSE(image->isVisible());
+  EXPECT_EQ(model["txtPlots"].bounds.width, 1500);  // taken from the form: 100 pixels
+
+  // Typed keys pass the model's filter; each edit fires Change once.
+  QApplication::setActiveWindow(&form);
+  plots->setFocus();
+  QTest::keyClicks(plots, "1a2");
+  EXPECT_EQ(model["txtPlots"].text, "12");
+  EXPECT_EQ(model.changes, 2);
+  EXPECT_EQ(echo->text(), "Plots: 12");
+  EXPECT_EQ(model.focus, "txtPlots");
+
+  // A handler's state reaches the widgets without firing their signals again.
+  lock->click();
+  EXPECT_EQ(model["chkLock"].value, 1);
+  EXPECT_FALSE(plots->isEnabled());
+  EXPECT_EQ(plots->palette().color(QPalette::Base), QColor(232, 232, 232));
+  EXPECT_EQ(model.changes, 2);
+
+  spacing->click();
+  EXPECT_EQ(model["optSpacing"].value, 1);
+  EXPECT_EQ(model["optCount"].value, 0);
+  EXPECT_FALSE(count->isChecked());
+
+  units->setCurrentIndex(1);
+  emit units->activated(1);
+  EXPECT_EQ(model["cbxUnits"].listIndex, 1);
+  EXPECT_TRUE(image->isVisible());
+  QTest::mouseClick(image, Qt::LeftButton);
+  EXPECT_EQ(model.imageClicks, 1);
+
+  fields->item(0)->setSelected(true);
+  fields->item(2)->setSelected(true);
+  EXPECT_EQ(model["lstFields"].selected, (std::vector<bool>{true, false, true}));
+
+  // The model's own changes (as from the anchor tool) repaint the form.
+  model["txtPlots"].text = "40";
+  model["cmdOK"].caption = "&Run";
+  model["lblEcho"].bounds.left = 3000;
+  model.NotifyChanged();
+  EXPECT_EQ(plots->text(), "40");
+  EXPECT_EQ(ok->text(), "&Run");
+  EXPECT_EQ(echo->x(), 200);
+  EXPECT_EQ(model.changes, 2);
+
+  ok->click();
+  EXPECT_TRUE(model.unloaded);
+  EXPECT_FALSE(form.isVisible());
+}
+
+}  // namespace
+}  // namespace tarnwick::desktop::testing
