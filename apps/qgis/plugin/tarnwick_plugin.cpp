@@ -4,12 +4,16 @@
 
 #include <QFileInfo>
 #include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
 
 #include <qgisinterface.h>
 #include <qgsproject.h>
 
 #include "host/qt_text.h"
 #include "session/desktop_session.h"
+#include "toolbar/tarnwick_toolbar.h"
 
 namespace tarnwick::desktop {
 
@@ -45,6 +49,12 @@ void TarnwickPlugin::initGui() {
   windows.project = QgsProject::instance();
   windows.programFolder = PluginFolder();
   session_ = std::make_unique<DesktopSession>(windows);
+  iface_->addToolBar(session_->Toolbar().Toolbar());
+  // The menu stands before QGIS's own menus on the right (Help).
+  if (windows.mainWindow) {
+    QMenu* help = iface_->firstRightStandardMenu();
+    windows.mainWindow->menuBar()->insertMenu(help ? help->menuAction() : nullptr, session_->Toolbar().Menu());
+  }
 }
 
 void TarnwickPlugin::unload() { session_.reset(); }

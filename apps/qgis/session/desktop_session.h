@@ -10,16 +10,21 @@
 #include "host/qgis_application.h"
 #include "host/qgis_map_document.h"
 #include "host/settings_in_project.h"
+#include "session/dialog_registry.h"
 #include "shell/extension.h"
 #include "shell/host_array.h"
 
 class QMainWindow;
+class QMenu;
+class QToolBar;
 class QgsLayerTreeView;
 class QgsMapCanvas;
 class QgsProject;
 class QgsStatusBar;
 
 namespace tarnwick::desktop {
+
+class TarnwickToolbar;
 
 // The parts of QGIS a session works with (QgisInterface gives them in QGIS).
 struct DesktopWindows {
@@ -43,12 +48,17 @@ class DesktopSession {
   QgisMapDocument& Document() { return document_; }
   HostArray Hosts() { return {application_, document_, extension_}; }
   ErrorHost Errors() { return {&application_, &document_}; }
+  TarnwickToolbar& Toolbar() { return *toolbar_; }
+  // The views of the tool dialogs, by their command's ProgID.
+  DialogRegistry& Dialogs() { return dialogs_; }
 
  private:
   clsExtension extension_;
   QgisApplication application_;
   QgisMapDocument document_;
   SettingsInProject settings_;
+  DialogRegistry dialogs_;
+  std::unique_ptr<TarnwickToolbar> toolbar_;
 };
 
 }  // namespace tarnwick::desktop

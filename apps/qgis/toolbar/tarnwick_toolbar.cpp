@@ -1,0 +1,104 @@
+#include "toolbar/tarnwick_toolbar.h"
+
+#include <QAction>
+#include <QIcon>
+#include <QMenu>
+#include <QToolBar>
+
+#include <qgsmapcanvas.h>
+
+#include "host/qgis_application.h"
+#include "host/qt_text.h"
+#include "session/dialog_registry.h"
+#include "shell/extension.h"
+#include "standids/stand_ids_command_driver.h"
+#include "waypoints/waypoint_command_driver.h"
+
+// Qt's resources in a static library are registered by name.
+static void InitCommandIcons() { Q_INIT_RESOURCE(icons); }
+
+namespace tarnwick::desktop {
+
+QIcon CommandIcon(int bitmap) {
+  InitCommandIcons();
+  return QIcon(QStringLiteral(":/tarnwick/icons/%1.svg").arg(bitmap));
+}
+
+TarnwickToolbar::TarnwickToolbar(HostArray host, QgisApplication& application, QgsMapCanvas* canvas,
+                                 const DialogRegistry& dialogs, ErrorHost errors, QWidget* parent)
+    : application_(application), errors_(errors), extension_(host.extension) {
+  DialogContext context{parent, errors, [this] { Refresh(); }};
+  commands_.push_back(std::make_unique<cmdTNWKWPConverter>(
+      dialogs.ModalFactory(kWaypointConverterCommand.progId, context), RunCreateWaypointFile));
+  commands_.push_back(std::make_unique<clsPlotLayout>(dialogs.ModelessFactory(kPlotLayoutCommand.progId, context)));
+  commands_.push_back(std::make_unique<clsTransferStandIDs>(
+      dialogs.ModalFactory(kTransferStandIDsCommand.progId, context), RunImportStandIDValues));
+  for (auto& command : commands_) command->OnCreate(host.application, host.document, &host.extension);
+
+  toolbar_ = new QToolBar(QString::fromUtf8(clsTarnwickToolbar::Caption.data(), clsTarnwickToolbar::Caption.size()),
+                          parent);
+  toolbar_->setObjectName(ToQString(clsTarnwickToolbar::Name));
+  menu_ = new QMenu(toolbar_->windowTitle(), parent);
+  menu_->setObjectName(QStringLiteral("Tarnwick_Menu"));
+  for (long pos = 0; pos < clsTarnwickToolbar::ItemCount; ++pos) {
+    ItemDef item;
+    clsTarnwickToolbar::GetItemInfo(pos, item);
+    const CommandInfo* info = FindCommand(item.ID);
+    if (!info) continue;
+    auto* action = new QAction(CommandIcon(info->Bitmap), ToQString(info->Caption), toolbar_);
+    action->setObjectName(ToQString(info->Name));
+    action->setToolTip(ToQString(info->Tooltip));
+    action->setStatusTip(ToQString(info->Message));
+    action->setData(ToQString(info->progId));
+    action->setCheckable(info->enabled == EnabledRule::WhileSelToolEnabled);
+    connect(action, &QAction::triggered, this, [this, info] { Trigger(*info); });
+    if (item.Group) {
+      toolbar_->addSeparator();
+      menu_->addSeparator();
+    }
+    toolbar_->addAction(action);
+    menu_->addAction(action);
+    actions_.emplace_back(info, action);
+  }
+  if (canvas) connect(canvas, &QgsMapCanvas::mapToolSet, this, [this] { Refresh(kSelPointToolCommand.progId); });
+  application_.commandRefresher = [this](const std::string& progId) { Refresh(progId); };
+  Refresh();
+}
+
+TarnwickToolbar::~TarnwickToolbar() {
+  application_.commandRefresher = nullptr;
+  delete menu_.data();
+  delete toolbar_.data();
+}
+
+QAction* TarnwickToolbar::Action(std::string_view progId) const {
+  for (const auto& [info, action] : actions_) {
+    if (info->progId == progId) return action;
+  }
+  return nullptr;
+}
+
+void TarnwickToolbar::Refresh(std::string_view progId) {
+  const bool all = FindCommand(progId) == nullptr;
+  for (const auto& [info, action] : actions_) {
+    if (!action || (!all && info->progId != progId)) continue;
+    action->setEnabled(CommandEnabled(*info, &extension_));
+    if (action->isCheckable()) action->setChecked(application_.CurrentTool() == info->progId);
+  }
+}
+
+void TarnwickToolbar::Trigger(const CommandInfo& info) {
+  RunAsEntryPoint("ICommand_OnClick ", info.module, errors_, [&] {
+    if (info.enabled == EnabledRule::WhileSelToolEnabled) {
+      // The map tool: pressed, it becomes the canvas's tool.
+      application_.SetCurrentTool(std::string(info.progId));
+      return;
+    }
+    for (auto& command : commands_) {
+      if (&command->Info() == &info) command->OnClick();
+    }
+  });
+  Refresh();
+}
+
+}  // namespace tarnwick::desktop
