@@ -9,6 +9,25 @@
 
 namespace tarnwick::desktop::testing {
 
+platform::FeatureLayer WritePlotPoints(const std::string& workspacePath, const std::string& name, int count) {
+  const auto sr = platform::SpatialReference::FromEpsg(26910);
+  auto workspace = platform::Workspace::OpenOrCreate(workspacePath);
+  auto points = workspace->CreateFeatureClass({.name = name,
+                                               .geometryType = platform::GeometryType::Point,
+                                               .spatialReference = sr,
+                                               .fields = {{"PlotID", "", platform::FieldType::Integer}}});
+  {
+    auto cursor = points->Insert();
+    auto buffer = cursor->CreateFeatureBuffer();
+    for (int i = 1; i <= count; ++i) {
+      buffer.shape = platform::Geometry::MakePoint(i, 2 * i, sr);
+      buffer.values[points->FindField("PlotID")] = std::int64_t{i};
+      cursor->InsertFeature(buffer);
+    }
+  }
+  return {name, points, {}, true};
+}
+
 MiniDesktop::MiniDesktop() : project(std::make_unique<QgsProject>()), window(std::make_unique<QMainWindow>()) {
   canvas = new QgsMapCanvas(window.get());
   window->setCentralWidget(canvas);
@@ -44,6 +63,8 @@ ModalWatcher::ModalWatcher() {
     QWidget* modal = QApplication::activeModalWidget();
     if (!modal) return;
     shown << TextOf(modal);
+    if (inspect) inspect(modal);
+    if (!modal->isVisible()) return;  // the inspection closed it
     for (auto* button : modal->findChildren<QAbstractButton*>()) {
       if (!answer.isEmpty() && button->text().remove('&') == answer) {
         button->click();

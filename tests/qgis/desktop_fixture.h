@@ -14,9 +14,14 @@
 #include <qgsproject.h>
 #include <qgsstatusbar.h>
 
+#include "platform/workspace.h"
 #include "session/desktop_session.h"
 
 namespace tarnwick::desktop::testing {
+
+// Writes plot points numbered 1..count (field PlotID) at (i, 2i), in UTM
+// zone 10N, as a new class of the workspace; returns the class's layer.
+platform::FeatureLayer WritePlotPoints(const std::string& workspacePath, const std::string& name, int count);
 
 struct MiniDesktop {
   MiniDesktop();
@@ -37,6 +42,8 @@ class ModalWatcher {
   ModalWatcher();
   QStringList shown;  // the text of each window closed, in order
   QString answer;     // the text of the button to click; empty rejects
+  // Called with each modal window before it is closed.
+  std::function<void(QWidget*)> inspect;
 
  private:
   QTimer timer_;

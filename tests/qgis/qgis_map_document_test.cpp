@@ -9,29 +9,10 @@
 #include <qgsvertexmarker.h>
 
 #include "desktop_fixture.h"
-#include "platform/workspace.h"
 #include "testkit/temp_dir.h"
 
 namespace tarnwick::desktop::testing {
 namespace {
-
-using platform::FieldType;
-
-// Points numbered 1..count at (i, 2i) in a new class of the workspace.
-void WritePoints(const std::string& workspacePath, const std::string& name, int count) {
-  const auto sr = platform::SpatialReference::FromEpsg(26910);
-  auto workspace = platform::Workspace::OpenOrCreate(workspacePath);
-  auto points = workspace->CreateFeatureClass(
-      {.name = name, .geometryType = platform::GeometryType::Point, .spatialReference = sr,
-       .fields = {{"PlotID", "", FieldType::Integer}}});
-  auto cursor = points->Insert();
-  auto buffer = cursor->CreateFeatureBuffer();
-  for (int i = 1; i <= count; ++i) {
-    buffer.shape = platform::Geometry::MakePoint(i, 2 * i, sr);
-    buffer.values[points->FindField("PlotID")] = std::int64_t{i};
-    cursor->InsertFeature(buffer);
-  }
-}
 
 QgsVectorLayer* AddLayer(QgsProject& project, const std::string& source, const QString& name,
                          const QString& provider = "ogr") {
@@ -42,10 +23,10 @@ QgsVectorLayer* AddLayer(QgsProject& project, const std::string& source, const Q
 
 TEST(QgisMapDocument, OffersFileLayersInTreeOrderWithTheirSelections) {
   testkit::TempDir dir;
-  WritePoints(dir / "forest.gpkg", "Plots", 5);
-  WritePoints(dir / "forest.gpkg", "Cruise", 3);
-  WritePoints(dir / "shp", "plots", 4);
-  WritePoints(dir / "gone.gpkg", "Old", 1);
+  WritePlotPoints(dir / "forest.gpkg", "Plots", 5);
+  WritePlotPoints(dir / "forest.gpkg", "Cruise", 3);
+  WritePlotPoints(dir / "shp", "plots", 4);
+  WritePlotPoints(dir / "gone.gpkg", "Old", 1);
   MiniDesktop desktop;
   DesktopSession session(desktop.Windows());
   QgsProject& project = *desktop.project;
@@ -87,7 +68,7 @@ TEST(QgisMapDocument, OffersFileLayersInTreeOrderWithTheirSelections) {
 
 TEST(QgisMapDocument, AddsLayersMarkersAndReadsTheMapsSystem) {
   testkit::TempDir dir;
-  WritePoints(dir / "out.gpkg", "NewPlots", 2);
+  WritePlotPoints(dir / "out.gpkg", "NewPlots", 2);
   MiniDesktop desktop;
   DesktopSession session(desktop.Windows());
   QgisMap& map = session.Document().FocusMap();

@@ -1,6 +1,7 @@
 #include "views/report_rendering.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <cmath>
 #include <QImage>
 #include <QPainter>
 #include <QPrinter>
@@ -88,13 +89,14 @@ int PrintReportOn(QPrinter& printer, const std::string& report, const PageMargin
                          QPageLayout::Inch);
   QImage layoutDevice = LayoutDevice();
   QTextDocument document;
-  document.documentLayout()->setPaintDevice(&layoutDevice);
   RenderReport(ReadReport(report), document);
+  document.documentLayout()->setPaintDevice(&layoutDevice);
   document.setDocumentMargin(0);
-  // The page inside the margins, in layout pixels; the document breaks its
-  // lines and pages to it.
+  // The page inside the margins, in whole layout pixels; the document breaks
+  // its lines and pages to it, and a line it moved to the next page starts
+  // exactly where that page does.
   const QRectF inches = printer.pageLayout().paintRect(QPageLayout::Inch);
-  const QSizeF page(inches.width() * kLayoutDpi, inches.height() * kLayoutDpi);
+  const QSizeF page(std::floor(inches.width() * kLayoutDpi), std::floor(inches.height() * kLayoutDpi));
   document.setPageSize(page);
   const int pages = document.pageCount();
 
@@ -104,7 +106,8 @@ int PrintReportOn(QPrinter& printer, const std::string& report, const PageMargin
     if (i > 0) printer.newPage();
     painter.save();
     painter.translate(0, -i * page.height());
-    document.drawContents(&painter, QRectF(QPointF(0, i * page.height()), page));
+    // Only the lines that start on this page: the clip ends just short of the next.
+    document.drawContents(&painter, QRectF(0, i * page.height(), page.width(), page.height() - 0.01));
     painter.restore();
   }
   painter.end();

@@ -2,10 +2,10 @@
 // The report windows' clipboard and printer on Qt.
 #include <QPointer>
 #include <QPrinter>
+#include <QWidget>
 
 #include "presentation/report_services.h"
 
-class QWidget;
 
 namespace tarnwick::desktop {
 

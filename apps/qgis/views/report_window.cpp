@@ -80,9 +80,11 @@ void ReportWindow::Render() {
     rendered_ = model_->TextRTF();
     RenderReport(ReadReport(rendered_), *ui_->txtReport->document());
   }
-  // The view's own button stays beside Print as the buttons move.
+  // The view's own button stays beside Print, as wide as Print and the gap
+  // before Exit allow.
   const QRect print = ui_->cmdPrint->geometry();
-  ui_->cmdSavePdf->setGeometry(print.right() + 8, print.top(), ui_->cmdSavePdf->width(), print.height());
+  const int width = std::min(print.width() * 110 / 97, ui_->cmdOK->x() - print.right() - 16);
+  ui_->cmdSavePdf->setGeometry(print.right() + 9, print.top(), std::max(width, 40), print.height());
   if (auto* modeless = dynamic_cast<frmModelessReportDialog*>(model_.get()); modeless && !modeless->Frame.visible) {
     hide();
   }
