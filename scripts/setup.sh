@@ -7,6 +7,7 @@ packages=(
   libgdal-dev gdal-bin libgeos-dev libproj-dev proj-data
   libpugixml-dev libcli11-dev libfmt-dev libsqlite3-dev
   libgtest-dev libgmock-dev
+  qgis libqgis-dev qtbase5-dev xvfb xauth poppler-utils
 )
 missing=()
 for p in "${packages[@]}"; do
