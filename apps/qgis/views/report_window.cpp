@@ -79,6 +79,7 @@ void ReportWindow::Render() {
   if (model_->TextRTF() != rendered_) {
     rendered_ = model_->TextRTF();
     RenderReport(ReadReport(rendered_), *ui_->txtReport->document());
+    ui_->txtReport->moveCursor(QTextCursor::Start);  // a report is read from its head
   }
   // The view's own button stays beside Print, as wide as Print and the gap
   // before Exit allow.
