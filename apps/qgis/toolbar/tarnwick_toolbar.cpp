@@ -11,6 +11,8 @@
 #include "host/qt_text.h"
 #include "session/dialog_registry.h"
 #include "shell/extension.h"
+#include "shell/sel_point_tool.h"
+#include "toolbar/anchor_map_tool.h"
 #include "standids/stand_ids_command_driver.h"
 #include "waypoints/waypoint_command_driver.h"
 
@@ -33,6 +35,12 @@ TarnwickToolbar::TarnwickToolbar(HostArray host, QgisApplication& application, Q
   commands_.push_back(std::make_unique<clsPlotLayout>(dialogs.ModelessFactory(kPlotLayoutCommand.progId, context)));
   commands_.push_back(std::make_unique<clsTransferStandIDs>(
       dialogs.ModalFactory(kTransferStandIDsCommand.progId, context), RunImportStandIDValues));
+  auto anchor = std::make_unique<clsSelPointTool>();
+  if (canvas) {
+    anchorTool_ = new AnchorMapTool(canvas, *anchor);
+    application_.MapTools().Register(std::string(kSelPointToolCommand.progId), anchorTool_);
+  }
+  commands_.push_back(std::move(anchor));
   for (auto& command : commands_) command->OnCreate(host.application, host.document, &host.extension);
 
   toolbar_ = new QToolBar(QString::fromUtf8(clsTarnwickToolbar::Caption.data(), clsTarnwickToolbar::Caption.size()),
@@ -67,6 +75,7 @@ TarnwickToolbar::TarnwickToolbar(HostArray host, QgisApplication& application, Q
 
 TarnwickToolbar::~TarnwickToolbar() {
   application_.commandRefresher = nullptr;
+  delete anchorTool_.data();  // leaves the canvas first if it is its tool
   delete menu_.data();
   delete toolbar_.data();
 }
@@ -89,11 +98,8 @@ void TarnwickToolbar::Refresh(std::string_view progId) {
 
 void TarnwickToolbar::Trigger(const CommandInfo& info) {
   RunAsEntryPoint("ICommand_OnClick ", info.module, errors_, [&] {
-    if (info.enabled == EnabledRule::WhileSelToolEnabled) {
-      // The map tool: pressed, it becomes the canvas's tool.
-      application_.SetCurrentTool(std::string(info.progId));
-      return;
-    }
+    // A map tool's button makes it the canvas's tool before its click.
+    if (info.enabled == EnabledRule::WhileSelToolEnabled) application_.SetCurrentTool(std::string(info.progId));
     for (auto& command : commands_) {
       if (&command->Info() == &info) command->OnClick();
     }

@@ -3,7 +3,8 @@
 // command table, in the toolbar's order, with the separator before the map
 // tool. QGIS does not ask an action whether it is enabled, so the actions
 // read their commands' Enabled again whenever the host refreshes a command
-// and after every dialog event.
+// and after every dialog event. The map tool's button makes the anchor tool
+// the canvas's map tool.
 #include <QObject>
 #include <QPointer>
 #include <memory>
@@ -22,6 +23,7 @@ class QgsMapCanvas;
 
 namespace tarnwick::desktop {
 
+class AnchorMapTool;
 class DialogRegistry;
 class QgisApplication;
 
@@ -50,6 +52,7 @@ class TarnwickToolbar : public QObject {
   ErrorHost errors_;
   clsExtension& extension_;
   std::vector<std::unique_ptr<TarnwickCommand>> commands_;
+  QPointer<AnchorMapTool> anchorTool_;  // the canvas's child; deleted here
   std::vector<std::pair<const CommandInfo*, QPointer<QAction>>> actions_;
   QPointer<QToolBar> toolbar_;  // owned by the main window once added; deleted here
   QPointer<QMenu> menu_;
