@@ -24,6 +24,9 @@ using platform::host::DatasetSaveChoice;
 
 bool EndsWith(const QString& text, const char* tail) { return text.endsWith(QLatin1String(tail), Qt::CaseInsensitive); }
 
+// Paths from the tools may use either separator.
+QString Slashed(QString path) { return path.replace(QLatin1Char('\\'), QLatin1Char('/')); }
+
 QString WithoutShp(QString name) { return EndsWith(name, ".shp") ? name.chopped(4) : name; }
 
 // Existing class names of a store, or none when it cannot be read (a new one).
@@ -86,7 +89,7 @@ std::optional<DatasetSaveChoice> ChooseClass(QWidget* parent, const std::string&
 }  // namespace
 
 SaveTarget ClassifySavePath(const std::string& rawPath, SaveKind kind) {
-  const QString path = QDir::cleanPath(QDir::fromNativeSeparators(ToQString(rawPath)));
+  const QString path = QDir::cleanPath(Slashed(ToQString(rawPath)));
   const QFileInfo info(path);
   const QString parent = info.path();
   const QString leaf = info.fileName();
@@ -98,6 +101,8 @@ SaveTarget ClassifySavePath(const std::string& rawPath, SaveKind kind) {
   }
   if (EndsWith(path, ".gdb")) return {{"", ToStdString(path), "File Geodatabase"}, true};
   if (EndsWith(path, ".gpkg")) return {{"", ToStdString(path), "Personal Geodatabase"}, true};
+  // A name typed with its ending says what it is, whatever the filter.
+  if (EndsWith(leaf, ".shp")) kind = SaveKind::Shapefile;
   switch (kind) {
     case SaveKind::GeoPackage: return {{"", ToStdString(path + ".gpkg"), "Personal Geodatabase"}, true};
     case SaveKind::FileGeodatabase: return {{"", ToStdString(path + ".gdb"), "File Geodatabase"}, true};
@@ -121,7 +126,7 @@ std::string QtFileFilter(const std::string& pipedFilter) {
 
 std::optional<DatasetSaveChoice> BrowseForNewDataset(QWidget* parent, const std::string& title,
                                                      const std::string& suggestedName) {
-  const QString suggested = QDir::fromNativeSeparators(ToQString(suggestedName));
+  const QString suggested = Slashed(ToQString(suggestedName));
   const QStringList filters{QObject::tr("Shapefile (*.shp)"), QObject::tr("GeoPackage (*.gpkg)"),
                             QObject::tr("File geodatabase (*.gdb)")};
   QFileDialog dialog(parent, ToQString(title));

@@ -25,7 +25,8 @@ struct SaveTarget {
 // "dir" ("Folder"); "x.gdb/Plots" is class Plots in a file geodatabase and
 // "x.gdb/Trees/Plots" one in its feature dataset Trees; "x.gpkg" (or "x" with
 // the GeoPackage filter) is a GeoPackage, this platform's personal
-// geodatabase, whose class is yet to be named.
+// geodatabase, whose class is yet to be named. A name ending in ".shp" is a
+// shapefile whatever the filter.
 SaveTarget ClassifySavePath(const std::string& path, SaveKind kind);
 
 // "Trimble Waypoint Files (*.way)|*.way" as a Qt file dialog filter.
