@@ -4,7 +4,6 @@
 #include <QGuiApplication>
 #include <QPageLayout>
 #include <QPageSize>
-#include <QPainter>
 #include <QPdfWriter>
 #include <QTextDocument>
 #include <cstdio>
@@ -23,11 +22,10 @@ int main(int argc, char* argv[]) {
   QPdfWriter pdf(QString::fromLocal8Bit(argv[2]));
   pdf.setTitle(QStringLiteral("Tarnwick Tools: user's manual"));
   pdf.setCreator(QStringLiteral("Tarnwick Tools"));
-  pdf.setPageLayout(QPageLayout(QPageSize(QPageSize::Letter), QPageLayout::Portrait, QMarginsF(20, 20, 20, 20),
-                                QPageLayout::Millimeter));
+  // QTextDocument::print keeps 2 cm of margin inside the page and numbers the pages.
+  pdf.setPageLayout(QPageLayout(QPageSize(QPageSize::Letter), QPageLayout::Portrait, QMarginsF()));
   QTextDocument manual;
   manual.setDefaultFont(QFont(QStringLiteral("DejaVu Sans"), 10));
-  manual.setDefaultStyleSheet(QStringLiteral("h1 { color: #1b5e20; } h2 { color: #2e7d32; } code { font-family: monospace; }"));
   manual.setMarkdown(QString::fromUtf8(source.readAll()));
   manual.print(&pdf);
   return 0;

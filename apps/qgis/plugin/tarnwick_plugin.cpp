@@ -11,6 +11,7 @@
 #include <qgisinterface.h>
 #include <qgsproject.h>
 
+#include "host/entry_point.h"
 #include "host/qt_text.h"
 #include "session/desktop_session.h"
 #include "toolbar/tarnwick_toolbar.h"
@@ -41,6 +42,10 @@ TarnwickPlugin::TarnwickPlugin(QgisInterface* iface)
 TarnwickPlugin::~TarnwickPlugin() = default;
 
 void TarnwickPlugin::initGui() {
+  RunAsEntryPoint("initGui ", "TarnwickPlugin", {}, [this] { StartSession(); });
+}
+
+void TarnwickPlugin::StartSession() {
   DesktopWindows windows;
   windows.mainWindow = qobject_cast<QMainWindow*>(iface_->mainWindow());
   windows.canvas = iface_->mapCanvas();
@@ -57,7 +62,9 @@ void TarnwickPlugin::initGui() {
   }
 }
 
-void TarnwickPlugin::unload() { session_.reset(); }
+void TarnwickPlugin::unload() {
+  RunAsEntryPoint("unload ", "TarnwickPlugin", {}, [this] { session_.reset(); });
+}
 
 }  // namespace tarnwick::desktop
 

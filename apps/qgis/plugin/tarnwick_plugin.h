@@ -21,6 +21,8 @@ class TarnwickPlugin : public QObject, public QgisPlugin {
   void unload() override;
 
  private:
+  void StartSession();
+
   QgisInterface* iface_;
   std::unique_ptr<DesktopSession> session_;
 };

@@ -123,8 +123,10 @@ std::string DialogBinder::ControlOf(const QObject* widget) const {
 
 void DialogBinder::Dispatch(const char* routine, const std::function<void()>& action) {
   if (refreshing_) return;
-  RunAsEntryPoint(routine, kModule, errors_, action);
-  Refresh();
+  RunAsEntryPoint(routine, kModule, errors_, [&] {
+    action();
+    Refresh();
+  });
 }
 
 void DialogBinder::Connect(QWidget* widget, const Control& control) {

@@ -15,7 +15,10 @@
 //      Controls whose bounds the model leaves at zero take the form's
 //      geometry; bounds the model sets (in twips) move the widgets. If the
 //      model follows the form's size, set binder.resized to call its resize
-//      handler.
+//      handler. For a tool dialog, set binder.refreshed to the
+//      DialogContext's refreshCommands, so that the toolbar follows the
+//      dialog (the anchor tool's button). Register the view's maker in
+//      RegisterToolDialogViews (views/tool_dialog_views.cpp).
 //   3. Show the dialog: exec() for a modal one, show() for one beside the
 //      map. The binder copies the model's state to the widgets after every
 //      handler (signals blocked meanwhile), turns the user's edits into the
