@@ -16,6 +16,7 @@
 
 #include "platform/workspace.h"
 #include "session/desktop_session.h"
+#include "shell/tool_dialogs.h"
 
 namespace tarnwick::desktop::testing {
 
@@ -33,6 +34,19 @@ struct MiniDesktop {
   QgsMapCanvas* canvas;            // owned by window
   QgsLayerTreeView* layerTree;     // owned by window
   QgsStatusBar* statusBar;         // owned by window
+};
+
+// A modal tool dialog that answers at once, as its user would: answer runs
+// in place of the user's OK or Cancel.
+class AnsweringDialog : public ToolDialog {
+ public:
+  explicit AnsweringDialog(std::function<void(HostArray&)> answer) : answer_(std::move(answer)) {}
+  void ArcApplication(HostArray& host) override { host_ = &host; }
+  void ShowModal() override { answer_(*host_); }
+
+ private:
+  std::function<void(HostArray&)> answer_;
+  HostArray* host_ = nullptr;
 };
 
 // Closes each modal window as it opens (by reject, or by a click on the

@@ -25,21 +25,6 @@
 namespace tarnwick::desktop::testing {
 namespace {
 
-// The Waypoint Converter's OK with a parameter set.
-class ConverterDialog : public ToolDialog {
- public:
-  explicit ConverterDialog(WaypointParameters parameters) : parameters_(std::move(parameters)) {}
-  void ArcApplication(HostArray& host) override { host_ = &host; }
-  void ShowModal() override {
-    host_->extension.frmLayerIDReturn = parameters_;
-    host_->extension.ShouldContinue = true;
-  }
-
- private:
-  WaypointParameters parameters_;
-  HostArray* host_ = nullptr;
-};
-
 TEST(ReportWindow, ShowsARealRunsReportFormattedAndCopiesBothForms) {
   testkit::TempDir dir;
   WaypointParameters parameters;
@@ -49,7 +34,10 @@ TEST(ReportWindow, ShowsARealRunsReportFormattedAndCopiesBothForms) {
   MiniDesktop desktop;
   DesktopSession session(desktop.Windows());
   session.Dialogs().RegisterModal("Tarnwick.cmdTNWKWPConverter", [&](const DialogContext&) {
-    return std::make_unique<ConverterDialog>(parameters);
+    return std::make_unique<AnsweringDialog>([&](HostArray& host) {
+      host.extension.frmLayerIDReturn = parameters;
+      host.extension.ShouldContinue = true;
+    });
   });
 
   bool inspected = false;

@@ -58,18 +58,6 @@ TEST(TarnwickToolbar, ListsTheFourCommandsWithTheToolBehindASeparator) {
   EXPECT_FALSE(tool->isChecked());
 }
 
-// A Waypoint Converter dialog that answers as its user would.
-class AnsweringDialog : public ToolDialog {
- public:
-  explicit AnsweringDialog(bool ok) : ok_(ok) {}
-  void ArcApplication(HostArray& host) override { host_ = &host; }
-  void ShowModal() override { host_->extension.ShouldContinue = ok_; }
-
- private:
-  bool ok_;
-  HostArray* host_ = nullptr;
-};
-
 TEST(TarnwickToolbar, ACancelledOrMissingDialogRunsNothingAndLeavesTheProjectClean) {
   MiniDesktop desktop;
   DesktopSession session(desktop.Windows());
@@ -79,7 +67,9 @@ TEST(TarnwickToolbar, ACancelledOrMissingDialogRunsNothingAndLeavesTheProjectCle
   EXPECT_TRUE(watcher.shown[0].contains("not part of this build")) << watcher.shown[0].toStdString();
 
   session.Dialogs().RegisterModal("Tarnwick.cmdTNWKWPConverter",
-                                  [](const DialogContext&) { return std::make_unique<AnsweringDialog>(false); });
+                                  [](const DialogContext&) {
+    return std::make_unique<AnsweringDialog>([](HostArray& host) { host.extension.ShouldContinue = false; });
+  });
   session.Toolbar().Action("Tarnwick.cmdTNWKWPConverter")->trigger();
   EXPECT_EQ(watcher.shown.size(), 1);  // no report
   EXPECT_FALSE(desktop.project->isDirty());
