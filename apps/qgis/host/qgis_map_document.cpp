@@ -116,8 +116,8 @@ QgisMapDocument::QgisMapDocument(QgsProject& project, QgsMapCanvas* canvas, QgsL
 std::string QgisMapDocument::Path() const { return ToStdString(project_.fileName()); }
 
 std::string QgisMapDocument::Title() const {
-  if (!project_.title().isEmpty()) return ToStdString(project_.title());
   if (!project_.fileName().isEmpty()) return ToStdString(QFileInfo(project_.fileName()).completeBaseName());
+  if (!project_.title().isEmpty()) return ToStdString(project_.title());
   return "Untitled";
 }
 

@@ -45,7 +45,8 @@ class QgisMapDocument : public platform::host::MapDocument {
   QgisMapDocument(QgsProject& project, QgsMapCanvas* canvas, QgsLayerTreeView* layerTreeView);
 
   std::string Path() const override;
-  // The project's title, else its file's name without extension, else "Untitled".
+  // The project file's name without its extension; for a project not yet
+  // saved its title, else "Untitled".
   std::string Title() const override;
   QgisMap& FocusMap() override { return map_; }
   bool IsDirty() const override;

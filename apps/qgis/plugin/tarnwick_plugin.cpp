@@ -25,7 +25,6 @@ const QString kDescription =
     QStringLiteral("Forest inventory tools: plot layout over stands, stand IDs onto plots, waypoint files");
 const QString kCategory = QStringLiteral("Vector");
 const QString kVersion = QStringLiteral("0.1.0");
-const QString kIcon = QStringLiteral(":/tarnwick/icons/102.svg");
 
 // The folder this plugin was loaded from: the manual sits beside it.
 std::string PluginFolder() {
@@ -75,5 +74,9 @@ QGISEXTERN const QString* description() { return &tarnwick::desktop::kDescriptio
 QGISEXTERN const QString* category() { return &tarnwick::desktop::kCategory; }
 QGISEXTERN int type() { return QgisPlugin::UI; }
 QGISEXTERN const QString* version() { return &tarnwick::desktop::kVersion; }
-QGISEXTERN const QString* icon() { return &tarnwick::desktop::kIcon; }
+// The plugin manager asks for the icon before the plugin starts.
+QGISEXTERN const QString* icon() {
+  static const QString path = tarnwick::desktop::CommandIconPath(102);
+  return &path;
+}
 QGISEXTERN void unload(QgisPlugin* plugin) { delete plugin; }

@@ -21,10 +21,12 @@ static void InitCommandIcons() { Q_INIT_RESOURCE(icons); }
 
 namespace tarnwick::desktop {
 
-QIcon CommandIcon(int bitmap) {
+QString CommandIconPath(int bitmap) {
   InitCommandIcons();
-  return QIcon(QStringLiteral(":/tarnwick/icons/%1.svg").arg(bitmap));
+  return QStringLiteral(":/tarnwick/icons/%1.svg").arg(bitmap);
 }
+
+QIcon CommandIcon(int bitmap) { return QIcon(CommandIconPath(bitmap)); }
 
 TarnwickToolbar::TarnwickToolbar(HostArray host, QgisApplication& application, QgsMapCanvas* canvas,
                                  const DialogRegistry& dialogs, ErrorHost errors, QWidget* parent)

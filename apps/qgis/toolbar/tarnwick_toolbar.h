@@ -27,8 +27,10 @@ class AnchorMapTool;
 class DialogRegistry;
 class QgisApplication;
 
-// The toolbar image of a command's bitmap resource (101 to 104).
+// The toolbar image of a command's bitmap resource (101 to 104), and its
+// path among Qt's resources.
 QIcon CommandIcon(int bitmap);
+QString CommandIconPath(int bitmap);
 
 class TarnwickToolbar : public QObject {
   Q_OBJECT
