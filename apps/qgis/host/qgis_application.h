@@ -39,7 +39,6 @@ class QgisApplication : public platform::host::Application {
   std::string ProgramFolder() const override { return programFolder_; }
   void RefreshWindow() override;
 
-  QWidget* MainWindow() const { return mainWindow_; }
   MapToolRegistry& MapTools() { return mapTools_; }
   // Wired by the session: the report windows and the toolbar's refresh.
   std::function<void(const platform::host::ReportRequest&)> reportPresenter;

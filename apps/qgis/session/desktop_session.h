@@ -3,7 +3,6 @@
 // settings kept in the project, the host services on QGIS, and the toolbar
 // and menu that start the commands. The plugin makes one when QGIS starts its
 // GUI; tests make one over their own window, canvas and project.
-#include <QPointer>
 #include <memory>
 #include <string>
 
@@ -15,8 +14,6 @@
 #include "shell/host_array.h"
 
 class QMainWindow;
-class QMenu;
-class QToolBar;
 class QgsLayerTreeView;
 class QgsMapCanvas;
 class QgsProject;

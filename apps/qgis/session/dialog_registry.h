@@ -37,9 +37,6 @@ class DialogRegistry {
   void RegisterModeless(std::string_view progId, ModelessDialogMaker maker) {
     modeless_[std::string(progId)] = std::move(maker);
   }
-  bool Has(std::string_view progId) const {
-    return modal_.contains(std::string(progId)) || modeless_.contains(std::string(progId));
-  }
   // Factories for the commands; they look the maker up at each click.
   ToolDialogFactory ModalFactory(std::string_view progId, DialogContext context) const;
   ModelessToolDialogFactory ModelessFactory(std::string_view progId, DialogContext context) const;

@@ -12,8 +12,8 @@
 #include "session/dialog_registry.h"
 #include "shell/extension.h"
 #include "shell/sel_point_tool.h"
-#include "toolbar/anchor_map_tool.h"
 #include "standids/stand_ids_command_driver.h"
+#include "toolbar/anchor_map_tool.h"
 #include "waypoints/waypoint_command_driver.h"
 
 // Qt's resources in a static library are registered by name.
@@ -45,8 +45,7 @@ TarnwickToolbar::TarnwickToolbar(HostArray host, QgisApplication& application, Q
   commands_.push_back(std::move(anchor));
   for (auto& command : commands_) command->OnCreate(host.application, host.document, &host.extension);
 
-  toolbar_ = new QToolBar(QString::fromUtf8(clsTarnwickToolbar::Caption.data(), clsTarnwickToolbar::Caption.size()),
-                          parent);
+  toolbar_ = new QToolBar(ToQString(clsTarnwickToolbar::Caption), parent);
   toolbar_->setObjectName(ToQString(clsTarnwickToolbar::Name));
   menu_ = new QMenu(toolbar_->windowTitle(), parent);
   menu_->setObjectName(QStringLiteral("Tarnwick_Menu"));
