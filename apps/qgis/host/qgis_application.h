@@ -26,7 +26,7 @@ class QgisApplication : public platform::host::Application {
   void ShowMessageWindow(const std::string& text) override;
   void DoEvents() override;
   platform::host::Version GetVersion() const override;
-  int VersionNumber() const override { return -1; }  // no ArcGIS version to name
+  int VersionNumber() const override { return -1; }  // the metadata's version list has none for QGIS
 
   std::string CurrentTool() const override;
   void SetCurrentTool(const std::string& progId) override;
