@@ -14,8 +14,8 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 write_plugin_profile "$work/profiles" "$PWD/build/apps/qgis"
 # shellcheck disable=SC2046
-TARNWICK_SCREENSHOTS=$shots timeout 120 xvfb-run -a -s "-screen 0 1280x800x24" \
-  qgis $(qgis_profile_args "$work/profiles") --code scripts/screenshot_qgis.py out/desktop/forest.qgz \
+TARNWICK_SCREENSHOTS=$shots xvfb-run -a -s "-screen 0 1280x800x24" \
+  timeout 120 qgis $(qgis_profile_args "$work/profiles") --code scripts/screenshot_qgis.py out/desktop/forest.qgz \
   >"$work/qgis.log" 2>&1 || { cat "$work/qgis.log"; exit 1; }
 QT_QPA_PLATFORM=offscreen build/apps/qgis/report_screenshot out/sample_plots_report.rtf "$shots/report_window.png"
 ls -1 "$shots"

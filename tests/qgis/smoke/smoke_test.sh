@@ -15,9 +15,10 @@ source "$source_dir/scripts/qgis_profile.sh"
 write_plugin_profile "$work/profiles" "$plugin_dir"
 export TARNWICK_SMOKE_DIR=$work TARNWICK_SMOKE_RESULT=$work/result.json XDG_RUNTIME_DIR=$work/runtime
 mkdir -m 700 "$work/runtime"
+# The time limit sits inside xvfb-run, so that a hung QGIS ends with its display.
 # shellcheck disable=SC2046
-timeout 180 xvfb-run -a -s "-screen 0 1280x1024x24" \
-  qgis $(qgis_profile_args "$work/profiles") --code "$source_dir/tests/qgis/smoke/smoke_check.py" \
+xvfb-run -a -s "-screen 0 1280x1024x24" \
+  timeout 180 qgis $(qgis_profile_args "$work/profiles") --code "$source_dir/tests/qgis/smoke/smoke_check.py" \
   "$work/forest.qgz" >"$work/qgis.log" 2>&1 || true
 if [ ! -s "$work/result.json" ]; then
   echo "QGIS ended without a result; its output:" && cat "$work/qgis.log"
