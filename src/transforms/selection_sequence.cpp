@@ -1,6 +1,7 @@
 #include "presentation/error_handling.h"
 #include "transforms/selection_sequence.h"
 
+#include "transforms/transform_candidates.h"
 #include "transforms/transform_search.h"
 
 namespace tarnwick {
@@ -50,8 +51,9 @@ TransformationChoice SelectGeoTransformation(platform::host::Application& app, p
       return choice;
     }
 
-    std::string strMessage;
-    const TransformList list = ReviewAndSortTransforms_ReturnList(app, object1, object2, strMessage, pPoint);
+    // The platform's order decides; the ranking (at pPoint, else at the data)
+    // only matters to those who show the list.
+    const TransformList list = FindTransformCandidates(app, object1, object2, pPoint).unranked;
     if (list.empty()) {
       choice.origin = TransformationChoice::Origin::NoneKnown;
       return choice;

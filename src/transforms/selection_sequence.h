@@ -28,8 +28,8 @@ struct TransformationChoice {
 };
 
 // Runs the sequence for two layers or spatial references. pPoint (may be
-// nullptr) is where the candidates are judged when object 1 is a spatial
-// reference rather than a layer.
+// nullptr) is where the candidates are judged; without it they are judged at
+// the data of the first side that is a layer.
 TransformationChoice SelectGeoTransformation(platform::host::Application& app, platform::host::Map& map,
                                              TransformationDefaults& defaults, const SearchObject& object1,
                                              const SearchObject& object2, const platform::Geometry* pPoint = nullptr);

@@ -47,14 +47,6 @@ LonLat PointLocation(platform::host::Application& app, const platform::Geometry&
   return {xy.x, xy.y};
 }
 
-// The catalogue key of a transformation: its factory code where it has one,
-// else the code stored under its name, else the unknown marker.
-std::string KeyOf(const platform::GeoTransformation& t, const TransformColl2& byName) {
-  if (t.code != 0) return std::to_string(t.code);
-  if (auto it = byName.find(t.name); it != byName.end()) return std::to_string(it->second);
-  return kUnknownKey;
-}
-
 // The accuracy text as a number, or the default when it is none.
 double AccuracyOf(const std::string& text) {
   double value = 0;
@@ -66,6 +58,12 @@ double AccuracyOf(const std::string& text) {
 }
 
 }  // namespace
+
+std::string TransformCatalogueKey(const platform::GeoTransformation& t, const TransformColl2& byName) {
+  if (t.code != 0) return std::to_string(t.code);
+  if (auto it = byName.find(t.name); it != byName.end()) return std::to_string(it->second);
+  return kUnknownKey;
+}
 
 TransformRanking RankTransformsByDatasetCentroid(platform::host::Application& app, const TransformList& pList,
                                                  const platform::FeatureLayer* pGeoDataset,
@@ -93,7 +91,7 @@ TransformRanking RankTransformsByDatasetCentroid(platform::host::Application& ap
     std::vector<double> measures;
     std::vector<RankedTransformation> entries;
     for (const auto& t : pList) {
-      RankedTransformation entry{t, KeyOf(t, pTransformColl2), nullptr, 0, 0, kUnknownMeasure};
+      RankedTransformation entry{t, TransformCatalogueKey(t, pTransformColl2), nullptr, 0, 0, kUnknownMeasure};
       if (auto it = pTransformColl.find(entry.key); it != pTransformColl.end()) {
         const CatalogueRow& row = it->second;
         double bearing = 0;

@@ -65,6 +65,10 @@ struct TransformRanking {
   std::vector<RankedTransformation> entries;  // in ranked order
 };
 
+// The catalogue key of a transformation: its factory code where it has one,
+// else the code stored under its name, else "-9999".
+std::string TransformCatalogueKey(const platform::GeoTransformation& t, const TransformColl2& byName);
+
 // Ranks candidates by distance from the reference location (the centre of
 // the dataset's extent, else pPoint) to the centre of each one's area of
 // use, times its accuracy; an unknown transformation measures 10000. Equal
@@ -110,6 +114,13 @@ void ReturnFromToTransform(const SearchObject& object1, const SearchObject& obje
 std::string AddTransformToDocIfItDoesNotExist(const platform::GeoTransformation& pTransform, bool& booError,
                                               std::string& strErrMsg, platform::host::Map& pMap,
                                               TransformationDefaults& defaults);
+
+// Stores a transformation the user chose, in both directions, in the
+// platform's defaults and in the map's set, in place of any the sets held
+// between the same two geographic systems: the tools' sequence, which takes
+// the first stored transformation that fits, then finds this one.
+void StoreChosenTransformation(const platform::GeoTransformation& chosen, platform::host::Map& pMap,
+                               TransformationDefaults& defaults);
 
 // Projects a geometry on a projected system to that system's geographic
 // system, in place; a geographic one is left alone. A geometry without a

@@ -25,6 +25,14 @@ void StoreBothWays(TransformationSet& set, const platform::GeoTransformation& t)
   }
 }
 
+// Removes the uses that join the two systems of t, either way round.
+void DropUsesBetween(TransformationSet& set, const platform::GeoTransformation& t) {
+  std::erase_if(set, [&](const platform::host::TransformationUse& use) {
+    return (use.fromGcsCode == t.fromGcsCode && use.toGcsCode == t.toGcsCode) ||
+           (use.fromGcsCode == t.toGcsCode && use.toGcsCode == t.fromGcsCode);
+  });
+}
+
 }  // namespace
 
 TransformList ReturnTransformsInMemory(platform::host::Map& pMap, const TransformationDefaults& defaults) {
@@ -97,6 +105,16 @@ std::string AddTransformToDocIfItDoesNotExist(const platform::GeoTransformation&
     StoreBothWays(defaults.set, pTransform);
     StoreBothWays(pMap.Transformations(), pTransform);
     return std::string("Succeeded");
+  });
+}
+
+void StoreChosenTransformation(const platform::GeoTransformation& chosen, platform::host::Map& pMap,
+                               TransformationDefaults& defaults) {
+  Guarded("StoreChosenTransformation", kModule, [&] {
+    for (TransformationSet* set : {&defaults.set, &pMap.Transformations()}) {
+      DropUsesBetween(*set, chosen);
+      StoreBothWays(*set, chosen);
+    }
   });
 }
 
