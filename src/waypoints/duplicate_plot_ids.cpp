@@ -1,6 +1,7 @@
 #include "waypoints/duplicate_plot_ids.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -15,13 +16,31 @@ std::string FormatThousands(std::int64_t value) {
   return value < 0 ? "-" + digits : digits;
 }
 
-std::string DuplicateCheckProgressText(std::int64_t count, std::int64_t total) {
+namespace {
+
+// What the progress text shows: the bar's length and the whole percent.
+struct ProgressMarks {
+  int filled = 0;
+  int percent = 0;
+  friend bool operator==(const ProgressMarks&, const ProgressMarks&) = default;
+};
+
+ProgressMarks MarksAt(std::int64_t count, std::int64_t total) {
   const double ratio = total > 0 ? std::min(static_cast<double>(count) / static_cast<double>(total), 1.0) : 1.0;
-  const std::string percent = std::to_string(static_cast<int>(ratio * 100)) + "%";
+  return {static_cast<int>(ratio * 30), static_cast<int>(ratio * 100)};
+}
+
+std::string ProgressText(ProgressMarks marks) {
+  const std::string percent = std::to_string(marks.percent) + "%";
   const std::string pad(percent.size() < 5 ? 5 - percent.size() : 0, ' ');
-  const int filled = static_cast<int>(ratio * 30);
-  return "Checking for Duplicate Plot ID values:\r\n[" + std::string(static_cast<size_t>(filled), '=') +
-         std::string(static_cast<size_t>(30 - filled), '.') + "]" + pad + percent;
+  return "Checking for Duplicate Plot ID values:\r\n[" + std::string(static_cast<size_t>(marks.filled), '=') +
+         std::string(static_cast<size_t>(30 - marks.filled), '.') + "]" + pad + percent;
+}
+
+}  // namespace
+
+std::string DuplicateCheckProgressText(std::int64_t count, std::int64_t total) {
+  return ProgressText(MarksAt(count, total));
 }
 
 std::string CheckForDuplicatePlotIDs(platform::FeatureCursor& cursor, int plotIdIndex, std::int64_t total,
@@ -31,9 +50,16 @@ std::string CheckForDuplicatePlotIDs(platform::FeatureCursor& cursor, int plotId
     std::vector<std::pair<std::string, std::int64_t>> seen;
     std::unordered_map<std::string, std::size_t> slotOf;
     std::int64_t count = 0;
+    std::optional<ProgressMarks> shown;
     while (auto feature = cursor.NextFeature()) {
       ++count;
-      if (onProgress) onProgress(DuplicateCheckProgressText(count, total));
+      if (onProgress) {
+        // The text changes at most a hundred times: it is made only then.
+        if (const ProgressMarks marks = MarksAt(count, total); marks != shown) {
+          shown = marks;
+          onProgress(ProgressText(marks));
+        }
+      }
       const auto& value = feature->values.at(static_cast<size_t>(plotIdIndex));
       std::string text = platform::IsNull(value) ? "<Null>" : platform::ValueToText(value);
       const auto [slot, added] = slotOf.try_emplace(std::move(text), seen.size());

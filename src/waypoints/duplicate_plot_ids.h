@@ -20,7 +20,8 @@ std::string DuplicateCheckProgressText(std::int64_t count, std::int64_t total);
 // Returns "" when all are unique, "No Features Found..." for no feature, else
 // "Duplicate Plot IDs Found:" with one line per repeated ID, in the order of
 // first appearance. Null IDs count as the text "<Null>". onProgress, when
-// given, receives the progress text at each feature.
+// given, receives the progress text each time it changes (about a hundred
+// times in all, so a view can repaint and yield there).
 std::string CheckForDuplicatePlotIDs(platform::FeatureCursor& cursor, int plotIdIndex, std::int64_t total,
                                      const std::function<void(const std::string&)>& onProgress = {});
 
