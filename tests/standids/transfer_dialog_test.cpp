@@ -1,0 +1,204 @@
+// The Import Stand IDs dialog without a screen: its lists, its checks at OK
+// and a whole run from the dialog to the data on disk.
+#include "standids/transfer_stand_ids_dialog.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/host/memory_map_document.h"
+#include "shell/extension.h"
+#include "standids/import_stand_id_values.h"
+#include "standids/transfer_checks.h"
+#include "standids/transfer_fixtures.h"
+#include "testkit/fake_desktop.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace testfix;
+using Names = std::vector<std::string>;
+
+std::shared_ptr<platform::FeatureClass> MakeClass(const std::string& store, const std::string& name,
+                                                  platform::GeometryType type, const platform::SpatialReference& sr,
+                                                  const std::vector<Field>& fields) {
+  platform::Workspace::NewFeatureClass newClass;
+  newClass.name = name;
+  newClass.geometryType = type;
+  newClass.spatialReference = sr;
+  newClass.fields = fields;
+  return platform::Workspace::OpenOrCreate(store)->CreateFeatureClass(newClass);
+}
+
+// Stands (StandID, Age, Area) and Stands2 (stand_id, Age, Notes); plots
+// without a Stand ID field, and Plots2 with an integer STANDID.
+struct Inventory {
+  testkit::TempDir dir;
+  std::string store = dir / "inv.gpkg";
+  std::shared_ptr<platform::FeatureClass> stands = MakeStands(store, 26910, ThreeStands());
+  std::shared_ptr<platform::FeatureClass> stands2 =
+      MakeClass(store, "Stands2", platform::GeometryType::Polygon, platform::SpatialReference::FromEpsg(26910),
+                {Field{"stand_id", "", FieldType::String, 10}, Field{"Age", "", FieldType::Integer},
+                 Field{"Notes", "", FieldType::String, 50}});
+  std::shared_ptr<platform::FeatureClass> plots = MakePoints(store, "Plots", 26910, {}, FivePlots());
+  std::shared_ptr<platform::FeatureClass> plots2 =
+      MakePoints(store, "Plots2", 26910, {Field{"STANDID", "", FieldType::Integer}}, FivePlots());
+  platform::host::MemoryMapDocument document{dir / "forest.qgz", "forest"};
+  testkit::FakeDesktop app;
+  clsExtension extension;
+  TransformationDefaults defaults;
+
+  Inventory() {
+    document.FocusMap().layers = {Layer(stands, "Stands"), Layer(stands2, "Stands2"), Layer(plots, "Plots"),
+                                  Layer(plots2, "Plots2")};
+  }
+  HostArray Host() { return {app, document, extension}; }
+};
+
+TEST(frmTransferStandIDs, ListsFollowTheLayersAndTheStandIdChoice) {
+  Inventory inv;
+  frmTransferStandIDs form(inv.Host(), inv.defaults);
+  EXPECT_EQ(form.caption, "  Import Stand ID Parameters:");
+  EXPECT_EQ(form["lblToolVersion"].caption, "Tool Version 1.2.3");
+  EXPECT_EQ(form["lbxLayers"].entries, (Names{"Stands", "Stands2"}));
+  EXPECT_EQ(form["cbxExistingPointLayer"].entries, (Names{"Plots", "Plots2"}));
+  // The default history finds StandID; no point field bears that name, so the Stand ID is cloned.
+  EXPECT_EQ(inv.extension.StandIDHistory, "StandID,Stand_ID,ID");
+  EXPECT_EQ(form["cbxStandID"].entries, (Names{kSelectFieldEntry, "StandID", "Age", "Area"}));
+  EXPECT_EQ(form["cbxStandID"].SelectedEntry(), "StandID");
+  EXPECT_EQ(form["cbxExistingIDField"].entries, (Names{kClonePolygonFieldEntry, "PlotID"}));
+  EXPECT_EQ(form["cbxExistingIDField"].SelectedEntry(), kClonePolygonFieldEntry);
+  EXPECT_TRUE(form["cmdOK"].enabled);
+
+  // The attribute list never holds the Stand ID; the other selections stay.
+  form.SetSelected("lbxFields", 0, true);
+  form.SetSelected("lbxFields", 1, true);
+  form.SetListIndex("cbxStandID", 2);  // Age
+  EXPECT_EQ(form["lbxFields"].entries, (Names{"StandID", "Area"}));
+  EXPECT_EQ(form["lbxFields"].selected, (std::vector<bool>{false, true}));
+  form.SetListIndex("cbxStandID", 1);  // StandID again: Age comes back unselected
+  EXPECT_EQ(form["lbxFields"].entries, (Names{"Age", "Area"}));
+  EXPECT_EQ(form["lbxFields"].selected, (std::vector<bool>{false, true}));
+  form.SetListIndex("cbxStandID", 0);
+  EXPECT_FALSE(form["cmdOK"].enabled);
+
+  // Another stand layer: the history matches whatever the case, and a
+  // selected field of the same name stays selected.
+  form.SetSelected("lbxFields", 0, true);
+  form.SetListIndex("lbxLayers", 1);
+  EXPECT_EQ(form["cbxStandID"].SelectedEntry(), "stand_id");
+  EXPECT_EQ(form["lbxFields"].entries, (Names{"Age", "Notes"}));
+  EXPECT_EQ(form["lbxFields"].selected, (std::vector<bool>{true, false}));
+
+  // A point field named as the Stand ID is chosen for it; its other type asks first.
+  form.SetListIndex("lbxLayers", 0);
+  form.SetListIndex("cbxExistingPointLayer", 1);
+  EXPECT_EQ(form["cbxExistingIDField"].SelectedEntry(), "STANDID");
+  inv.app.answers = {platform::host::MessageResult::Cancel};
+  form.Fire("cmdOK", ControlEvent::Click);
+  ASSERT_EQ(inv.app.boxes.size(), 1u);
+  EXPECT_EQ(inv.app.boxes[0].title, "Confirm Attribute Field Choices:");
+  EXPECT_EQ(inv.app.boxes[0].buttons, platform::host::MessageButtons::OKCancel);
+  EXPECT_NE(inv.app.boxes[0].text.find("  --> Plot Point Stand ID Field 'STANDID':  Type = Long Integer\n\n"),
+            std::string::npos)
+      << inv.app.boxes[0].text;
+  EXPECT_FALSE(form.unloaded);
+  EXPECT_EQ(form["cbxExistingIDField"].backColor, kWhite);
+
+  // A map without polygon layers offers nothing and keeps OK disabled.
+  inv.document.FocusMap().layers = {Layer(inv.plots, "Plots")};
+  frmTransferStandIDs empty(inv.Host(), inv.defaults);
+  EXPECT_TRUE(empty["lbxLayers"].entries.empty());
+  EXPECT_FALSE(empty["cmdOK"].enabled);
+}
+
+TEST(CheckTransferStandIDChoices, RefusesInControlOrderWithTheDialogsTexts) {
+  Inventory inv;
+  auto bare = MakeClass(inv.store, "Bare", platform::GeometryType::Point, {}, {});
+  const TransferStandIDChoices good{Layer(inv.stands, "Stands"), "StandID", {"Age"}, Layer(inv.plots, "Plots"),
+                                    kClonePolygonFieldEntry};
+  struct Case {
+    std::function<void(TransferStandIDChoices&)> change;
+    std::string text;  // the start of the message
+    std::string control;
+  };
+  const std::vector<Case> cases = {
+      {[&](auto& c) { c.standLayer = Layer(inv.plots, "Plots"); }, "The stand layer 'Plots' is not a polygon", "lbxLayers"},
+      {[](auto& c) { c.standIdField = kSelectFieldEntry; }, "Please select a Stand ID field!", "cbxStandID"},
+      {[](auto& c) { c.standIdField = "Nope"; }, "The layer 'Stands' has no field 'Nope' (Stand ID).", "cbxStandID"},
+      {[](auto& c) { c.additionalFields = {"standid"}; }, "The Stand ID field 'StandID' cannot be an additional",
+       "lbxFields"},
+      {[](auto& c) { c.pointLayer.reset(); }, "Please select a Plot Point layer to add points to!",
+       "cbxExistingPointLayer"},
+      {[&](auto& c) { c.pointLayer = Layer(inv.stands, "Again"); }, "The point layer 'Again' is the stand layer",
+       "cbxExistingPointLayer"},
+      {[&](auto& c) { c.pointLayer = Layer(inv.stands2, "Stands2"); }, "The point layer 'Stands2' is not a point",
+       "cbxExistingPointLayer"},
+      {[](auto& c) { c.pointStandIdField = ""; }, "Please select a Stand ID field in your Point Layer!",
+       "cbxExistingIDField"},
+      {[](auto& c) { c.pointStandIdField = "Nope"; }, "The point layer 'Plots' has no field 'Nope'.",
+       "cbxExistingIDField"},
+      {[&](auto& c) { c.pointLayer = Layer(bare, "Bare"); },
+       "There is a problem with the spatial reference for 'Bare':\n\n  --> Spatial Reference is unknown!", ""},
+  };
+  for (const auto& test : cases) {
+    TransferStandIDChoices choices = good;
+    test.change(choices);
+    const auto checked = CheckTransferStandIDChoices(inv.app, choices);
+    const CheckMessage* refusal = Refusal(checked);
+    ASSERT_NE(refusal, nullptr) << test.text;
+    EXPECT_EQ(refusal->text.substr(0, test.text.size()), test.text);
+    EXPECT_EQ(refusal->control, test.control) << test.text;
+  }
+  const auto checked = CheckTransferStandIDChoices(inv.app, good);
+  ASSERT_EQ(Refusal(checked), nullptr);
+  const auto& parameters = std::get<TransferStandIDParameters>(checked);
+  EXPECT_TRUE(parameters.cloneStandIdField);
+  ASSERT_EQ(parameters.additionalFields.size(), 1u);
+  EXPECT_EQ(parameters.additionalFields[0].name, "Age");
+}
+
+TEST(frmTransferStandIDs, ALayerRemovedWhileOpenIsCaughtAtOk) {
+  Inventory inv;
+  frmTransferStandIDs form(inv.Host(), inv.defaults);
+  auto& layers = inv.document.FocusMap().layers;
+  layers.erase(layers.begin() + 2);  // Plots
+  form.Fire("cmdOK", ControlEvent::Click);
+  ASSERT_EQ(inv.app.boxes.size(), 1u);
+  EXPECT_EQ(inv.app.boxes[0].title, "Missing Layer:");
+  EXPECT_EQ(inv.app.boxes[0].text, "The layer 'Plots' is no longer in the map!\n\nPlease select another layer.");
+  EXPECT_EQ(form["cbxExistingPointLayer"].backColor, kYellow);
+  EXPECT_EQ(form.focus, "cbxExistingPointLayer");
+  EXPECT_FALSE(form.unloaded);
+  form.SetListIndex("cbxExistingPointLayer", 1);
+  EXPECT_EQ(form["cbxExistingPointLayer"].backColor, kWhite);
+}
+
+// The command's road: the dialog's OK, then the driver with what it stored.
+TEST(frmTransferStandIDs, OkStoresTheParametersTheDriverRunsOn) {
+  Inventory inv;
+  frmTransferStandIDs form(inv.Host(), inv.defaults);
+  form.SetSelected("lbxFields", 0, true);  // Age
+  form.Fire("cmdOK", ControlEvent::Click);
+  ASSERT_TRUE(form.unloaded) << (inv.app.boxes.empty() ? "" : inv.app.boxes[0].text);
+  EXPECT_TRUE(inv.extension.ShouldContinue);
+  const auto* parameters = std::any_cast<TransferStandIDParameters>(&inv.extension.frmTransferStandIDReturn);
+  ASSERT_NE(parameters, nullptr);
+  EXPECT_FALSE(parameters->transformation);  // both on one system
+
+  const auto result = ImportStandIDValues(inv.app, &inv.document, *parameters);
+  ASSERT_TRUE(result.Succeeded()) << result.errorText;
+  auto plots = platform::OpenFeatureLayer(inv.store + "|layername=Plots").featureClass;
+  const Value none;
+  EXPECT_EQ(Column(*plots, "StandID"), (std::vector<Value>{Value{std::string("A-1")}, Value{std::string("A-1")},
+                                                           Value{std::string("B-2")}, Value{std::string("C-3")}, none}));
+  EXPECT_EQ(Column(*plots, "Age"), (std::vector<Value>{Value{std::int64_t{40}}, Value{std::int64_t{40}}, none,
+                                                       Value{std::int64_t{7}}, none}));
+
+  frmTransferStandIDs cancelled(inv.Host(), inv.defaults);
+  cancelled.Fire("cmdCancel", ControlEvent::Click);
+  EXPECT_TRUE(cancelled.unloaded);
+  EXPECT_FALSE(inv.extension.ShouldContinue);
+  EXPECT_FALSE(inv.extension.frmTransferStandIDReturn.has_value());
+}
+
+}  // namespace
+}  // namespace tarnwick

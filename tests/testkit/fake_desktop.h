@@ -1,0 +1,33 @@
+#pragma once
+// A test host with the desktop's services: it records the reports shown,
+// the save dialogs asked for and the documents opened, and answers save
+// dialogs from a queue (cancelled when it is empty).
+#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "testkit/fake_application.h"
+
+namespace tarnwick::testkit {
+
+class FakeDesktop : public FakeApplication {
+ public:
+  std::optional<std::string> BrowseForSaveFile(const platform::host::FileSaveRequest& request) override {
+    saveRequests.push_back(request);
+    if (saveAnswers.empty()) return std::nullopt;
+    auto answer = saveAnswers.front();
+    saveAnswers.pop_front();
+    return answer;
+  }
+  void ShowReport(const platform::host::ReportRequest& report) override { reports.push_back(report); }
+  void OpenDocument(const std::string& path) override { opened.push_back(path); }
+  std::string ProgramFolder() const override { return "/opt/tarnwick"; }
+
+  std::vector<platform::host::FileSaveRequest> saveRequests;
+  std::deque<std::optional<std::string>> saveAnswers;
+  std::vector<platform::host::ReportRequest> reports;
+  std::vector<std::string> opened;
+};
+
+}  // namespace tarnwick::testkit

@@ -1,0 +1,200 @@
+// The transformation chooser, the menu entry that stores its choice, and the
+// one search both stand on.
+#include "transforms/transform_chooser_dialog.h"
+
+#include <gtest/gtest.h>
+
+#include "fixtures.h"
+#include "platform/host/memory_map_document.h"
+#include "shell/extension.h"
+#include "testkit/fake_desktop.h"
+#include "transforms/selection_sequence.h"
+#include "transforms/transform_candidates.h"
+#include "transforms/transform_checks.h"
+#include "transforms/transformation_menu.h"
+
+namespace tarnwick {
+namespace {
+
+using testing::Epsg;
+
+struct Session {
+  testkit::TempDir dir;
+  platform::host::MemoryMapDocument document{dir / "forest.qgz", "forest"};
+  testkit::FakeDesktop app;
+  clsExtension extension;
+  HostArray Host() { return {app, document, extension}; }
+};
+
+bool Contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+
+TEST(frmTransform, ExplainsListsRanksAndSetsTheExtension) {
+  Session s;
+  auto stands = testing::SquareLayer(s.dir, "Stands", Epsg(26710), 630000, 4270000, 1000);
+  auto plots = testing::SquareLayer(s.dir, "Plots", Epsg(26910), 630000, 4270000, 1000);
+  frmTransform form(s.Host(), {plots, stands});
+  EXPECT_EQ(form.caption, " Geographic Transformation:");
+  const std::string& text = form["txtMessage"].text;
+  EXPECT_TRUE(Contains(text, R"(\b Plots\b0  is in \cf1 GCS_North_American_1983 \cf0 [\i Projection = NAD_1983_UTM_Zone_10N\i0 ])"))
+      << text;
+  EXPECT_TRUE(Contains(text, R"(\b Stands\b0  is in \cf1 GCS_North_American_1927 \cf0 [\i Projection = )"));
+  EXPECT_TRUE(Contains(text, R"(between \b GCS_North_American_1983\b0  and \b GCS_North_American_1927\b0, sorted)"));
+  EXPECT_FALSE(Contains(text, "zzz"));
+
+  // Ranked at the plots' data, numbered, none selected.
+  const auto& list = form["lbxTransformations"];
+  ASSERT_EQ(list.entries.size(), form.RankedTransformations().size());
+  EXPECT_EQ(list.entries[0], "1]   NAD_1927_To_NAD_1983_PR_VI");
+  EXPECT_EQ(list.entries[1].substr(0, 5), "2]   ");
+  EXPECT_EQ(list.listIndex, -1);
+  EXPECT_EQ(form["optApply"].value, 1);
+  EXPECT_FALSE(form["cmdOK"].enabled);
+
+  form.SetListIndex("lbxTransformations", 0);
+  EXPECT_TRUE(form["cmdOK"].enabled);
+  form.Fire("lbxTransformations", ControlEvent::DblClick);
+  ASSERT_EQ(s.app.reports.size(), 1u);
+  EXPECT_EQ(s.app.reports[0].caption, "Geotransformation Details");
+  const std::string& details = s.app.reports[0].text;
+  EXPECT_TRUE(Contains(details, R"(Name:\b0   NAD_1927_To_NAD_1983_PR_VI)")) << details;
+  EXPECT_TRUE(Contains(details, R"(\b0 GCS_North_American_1927)"));
+  EXPECT_TRUE(Contains(details, R"(Accuracy:\b0   0.05 \i (units unknown))"));
+  EXPECT_TRUE(Contains(details, R"(Latitude Range:\b0   17.620\lang1033\'b0\lang9  to 18.780)")) << details;
+
+  form.SetValue("optSkip", 1);
+  EXPECT_FALSE(form["lbxTransformations"].enabled);
+  EXPECT_TRUE(form["cmdOK"].enabled);
+  form.SetValue("optApply", 1);
+  form.Fire("cmdOK", ControlEvent::Click);
+  EXPECT_TRUE(form.unloaded);
+  ASSERT_TRUE(s.extension.SpecifiedGeoTransform);
+  EXPECT_EQ(s.extension.SpecifiedGeoTransform->code, 108003);
+  EXPECT_TRUE(s.extension.SelectedGeoTransformation);
+  EXPECT_FALSE(s.extension.ChoseToSkipGeoTransformation);
+
+  frmTransform cancelled(s.Host(), {plots, stands});
+  cancelled.Fire("cmdCancel", ControlEvent::Click);
+  EXPECT_FALSE(s.extension.SpecifiedGeoTransform);
+  EXPECT_FALSE(s.extension.SelectedGeoTransformation);
+}
+
+TEST(frmTransform, WithoutCandidatesOnlySkippingIsPossible) {
+  Session s;
+  frmTransform form(s.Host(), {Epsg(4272), Epsg(4267)});
+  EXPECT_EQ(form["lbxTransformations"].entries, (std::vector<std::string>{kNoKnownTransformations}));
+  EXPECT_EQ(form["optApply"].value, 0);
+  EXPECT_TRUE(Contains(form["txtMessage"].text, R"(\b GCS_New_Zealand_1949\b0  is in)"));
+  EXPECT_TRUE(Contains(form["txtMessage"].text, R"(\b Your Output Waypoint File\b0  is in)"));
+  form.SetListIndex("lbxTransformations", 0);
+  EXPECT_FALSE(form["cmdOK"].enabled);
+  form.Fire("lbxTransformations", ControlEvent::DblClick);
+  ASSERT_EQ(s.app.reports.size(), 1u);
+  EXPECT_TRUE(Contains(s.app.reports[0].text, "No information available..."));
+  form.SetValue("optSkip", 1);
+  EXPECT_TRUE(form["cmdOK"].enabled);
+  form.Fire("cmdOK", ControlEvent::Click);
+  EXPECT_TRUE(s.extension.ChoseToSkipGeoTransformation);
+  EXPECT_FALSE(s.extension.SpecifiedGeoTransform);
+}
+
+// The menu entry over a NAD 1927 layer and the map's WGS 1984: the choice
+// replaces what the map held between the two systems, so that the tools'
+// sequence finds it first.
+TEST(RunGeographicTransformationMenu, StoresTheChoiceWhereTheToolsFindItFirst) {
+  Session s;
+  auto stands = testing::SquareLayer(s.dir, "Stands", Epsg(26710), 630000, 4270000, 1000);
+  platform::host::MemoryMap& map = s.document.FocusMap();
+  map.layers = {stands};
+  map.spatialReference = Epsg(4326);
+  TransformationDefaults defaults;
+  bool error = false;
+  std::string message;
+  AddTransformToDocIfItDoesNotExist({"NAD_1927_To_WGS_1984_3", 1172, "EPSG", 4267, 4326}, error, message, map,
+                                    defaults);
+
+  std::vector<std::string> shown;
+  const auto showModal = [&](DialogModel& dialog) {
+    shown.push_back(dialog.caption);
+    if (dialog.Has("cbxLayer2")) {
+      EXPECT_EQ(dialog["cbxLayer2"].SelectedEntry(), kMapCoordinateSystemEntry);
+      dialog.Fire("cmdOK", ControlEvent::Click);
+      return;
+    }
+    const auto& entries = dialog["lbxTransformations"].entries;
+    for (size_t i = 0; i < entries.size(); ++i) {
+      if (entries[i].ends_with("]   NAD_1927_To_WGS_1984_4")) dialog.SetListIndex("lbxTransformations", static_cast<int>(i));
+    }
+    dialog.Fire("cmdOK", ControlEvent::Click);
+  };
+  const auto outcome = RunGeographicTransformationMenu(s.Host(), defaults, showModal);
+  EXPECT_EQ(shown.size(), 2u);
+  ASSERT_EQ(outcome.kind, TransformationMenuOutcome::Kind::Stored) << (s.app.boxes.empty() ? "" : s.app.boxes[0].text);
+  EXPECT_EQ(outcome.stored->code, 1173);
+  EXPECT_TRUE(s.document.IsDirty());
+  EXPECT_EQ(map.Transformations().size(), 2u);  // one transformation, both ways
+
+  const auto choice = SelectGeoTransformation(s.app, map, defaults, stands, Epsg(4326));
+  EXPECT_EQ(choice.origin, TransformationChoice::Origin::Memory);
+  ASSERT_TRUE(choice.transformation);
+  EXPECT_EQ(choice.transformation->code, 1173);
+}
+
+TEST(FindTransformCandidates, RanksAtThePlaceOrTheDataAndKeepsThePlatformsOrder) {
+  Session s;
+  // No place and no layer: the platform's order, with catalogue rows, and no error.
+  const auto bare = FindTransformCandidates(s.app, Epsg(4267), Epsg(4269));
+  ASSERT_GT(bare.unranked.size(), 3u);
+  EXPECT_FALSE(bare.ranked.measured);
+  ASSERT_EQ(bare.ranked.entries.size(), bare.unranked.size());
+  EXPECT_EQ(bare.ranked.entries[0].transformation.code, bare.unranked[0].code);
+  EXPECT_NE(bare.ranked.entries[0].row, nullptr);
+  EXPECT_TRUE(s.app.windows.empty());
+
+  const auto mojave = platform::Geometry::MakePoint(-115.5, 35, Epsg(4267));
+  const auto placed = FindTransformCandidates(s.app, Epsg(4267), Epsg(4269), &mojave);
+  EXPECT_TRUE(placed.ranked.measured);
+  EXPECT_EQ(placed.ranked.entries[0].transformation.code, 1241);
+  EXPECT_EQ(placed.unranked[0].code, bare.unranked[0].code);
+
+  // Ranked at the second side's data when the first is a bare reference.
+  auto alaska = testing::SquareLayer(s.dir, "Alaska", Epsg(4267), -150, 61, 0.5);
+  const auto atData = FindTransformCandidates(s.app, Epsg(4269), alaska);
+  EXPECT_TRUE(atData.ranked.measured);
+  EXPECT_EQ(atData.ranked.entries[0].transformation.name, "NAD_1927_To_NAD_1983_Alaska");
+
+  const auto same = FindTransformCandidates(s.app, Epsg(4269), Epsg(26910));
+  EXPECT_TRUE(same.sameGcs);
+  EXPECT_TRUE(same.unranked.empty());
+  EXPECT_EQ(same.message, "<-- No Known Transformations for these two GCSs -->");
+}
+
+TEST(ResolveNamedTransformation, ChecksTheNameTheSystemsAndTheDirection) {
+  const auto reverse = ResolveNamedTransformation("NAD_1927_To_NAD_1983_Alaska:reverse", Epsg(4269), Epsg(4267));
+  ASSERT_EQ(Refusal(reverse), nullptr);
+  EXPECT_EQ(std::get<NamedTransformation>(reverse).transformation->code, 1243);
+  EXPECT_EQ(std::get<NamedTransformation>(reverse).direction, platform::TransformDirection::Reverse);
+  const auto same = ResolveNamedTransformation("1243", Epsg(4269), Epsg(26910));
+  ASSERT_EQ(Refusal(same), nullptr);
+  EXPECT_FALSE(std::get<NamedTransformation>(same).needed);
+
+  const std::vector<std::pair<std::string, std::string>> refused = {
+      {"1243:reverse", "NAD_1927_To_NAD_1983_Alaska (EPSG:1243) joins these systems only in the FORWARD direction, "
+                       "not REVERSE."},
+      {"No_Such_Thing", "No geographic transformation is named 'No_Such_Thing'."},
+      {"Tokyo_To_WGS_1984_1", "There appear to be problems with the geographic transformation you selected:\n"
+                              "  --> Transformation = 'Tokyo_To_WGS_1984_1'\n\n"
+                              "  1] This transformation does not appear to be designed for your layer "
+                              "'GCS_North_American_1927'\n    --> Coordinate System = GCS_North_American_1927\n"
+                              "  2] This transformation does not appear to be designed for your layer "
+                              "'GCS_North_American_1983' coordinate system!\n"
+                              "    --> Coordinate System = GCS_North_American_1983\n"},
+  };
+  for (const auto& [text, message] : refused) {
+    const auto resolved = ResolveNamedTransformation(text, Epsg(4267), Epsg(4269));
+    ASSERT_NE(Refusal(resolved), nullptr) << text;
+    EXPECT_EQ(Refusal(resolved)->text, message);
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick

@@ -1,0 +1,234 @@
+// The Waypoint Converter dialog without a screen: its lists and defaults, the
+// duplicate check at OK, the output file, and a run from the dialog to the
+// file on disk.
+#include "waypoints/waypoint_converter_dialog.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "platform/host/memory_map_document.h"
+#include "shell/extension.h"
+#include "testkit/fake_desktop.h"
+#include "testkit/temp_dir.h"
+#include "transforms/transform_search.h"
+#include "waypoints/waypoint_checks.h"
+
+namespace tarnwick {
+namespace {
+
+using platform::Field;
+using platform::FieldType;
+using platform::Value;
+using Names = std::vector<std::string>;
+
+// A point class in the store with the fields given and one point per row.
+std::shared_ptr<platform::FeatureClass> MakePoints(const std::string& store, const std::string& name, int epsg,
+                                                   const std::vector<Field>& fields,
+                                                   const std::vector<std::vector<Value>>& rows) {
+  platform::Workspace::NewFeatureClass newClass;
+  newClass.name = name;
+  newClass.spatialReference = platform::SpatialReference::FromEpsg(epsg);
+  newClass.fields = fields;
+  auto points = platform::Workspace::OpenOrCreate(store)->CreateFeatureClass(newClass);
+  auto cursor = points->Insert();
+  double x = 452010;
+  for (const auto& row : rows) {
+    auto buffer = cursor->CreateFeatureBuffer();
+    buffer.shape = platform::Geometry::MakePoint(x, 4923010, newClass.spatialReference);
+    x += 10;
+    for (size_t i = 0; i < row.size(); ++i) buffer.values[i + 2] = row[i];
+    cursor->InsertFeature(buffer);
+  }
+  cursor->Flush();
+  return points;
+}
+
+std::vector<std::vector<Value>> Ids(std::initializer_list<std::int64_t> ids) {
+  std::vector<std::vector<Value>> rows;
+  for (auto id : ids) rows.push_back({Value{id}});
+  return rows;
+}
+
+struct Desk {
+  testkit::TempDir dir;
+  std::string store = dir / "plots.gpkg";
+  platform::host::MemoryMapDocument document{dir / "forest.qgz", "forest"};
+  testkit::FakeDesktop app;
+  clsExtension extension;
+  TransformationDefaults defaults;
+
+  void AddLayer(const std::string& name, std::shared_ptr<platform::FeatureClass> points,
+                std::vector<std::int64_t> selection = {}) {
+    document.FocusMap().layers.push_back({name, std::move(points), std::move(selection), true});
+  }
+  HostArray Host() { return {app, document, extension}; }
+};
+
+TEST(frmLayerID, FieldListsPreselectByNameAndOptionsFollowTheSelection) {
+  Desk desk;
+  desk.AddLayer("Survey", MakePoints(desk.store, "Survey", 26910,
+                                     {Field{"Plot_ID", "", FieldType::Integer}, Field{"Stand_Name", "", FieldType::String, 9},
+                                      Field{"DEM_Elev", "", FieldType::Double}, Field{"Shape_Area", "", FieldType::Double}},
+                                     {{Value{std::int64_t{1}}}, {Value{std::int64_t{2}}}}));
+  desk.AddLayer("Plots", MakePoints(desk.store, "Plots", 26910,
+                                    {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 9}},
+                                    Ids({1, 2, 3})),
+                {2});
+  frmLayerID form(desk.Host(), desk.defaults);
+  EXPECT_EQ(form.caption, " TNWK Solo Waypoint Converter:");
+  EXPECT_EQ(form["lbxLayers"].entries, (Names{"Survey", "Plots"}));
+
+  // Plot_ID holds no "PlotID": nothing is preselected and OK stays off.
+  EXPECT_EQ(form["lbxFields"].entries, (Names{"Plot_ID", "Stand_Name", "DEM_Elev", "Shape_Area"}));
+  EXPECT_EQ(form["lbxFields"].listIndex, -1);
+  EXPECT_EQ(form["lbxStandFields"].entries, (Names{kNoStandIdFieldEntry, "Plot_ID", "Stand_Name", "DEM_Elev"}));
+  EXPECT_EQ(form["lbxStandFields"].listIndex, 0);
+  EXPECT_EQ(form["lbxElevation"].entries, (Names{kNoElevationFieldEntry, "Plot_ID", "DEM_Elev"}));
+  EXPECT_EQ(form["lbxElevation"].listIndex, 2);
+  EXPECT_FALSE(form["cmdOK"].enabled);
+  EXPECT_EQ(form["optAll"].caption, "Convert All Records (n = 2)");
+  EXPECT_FALSE(form["optSel"].enabled);
+  // Set-up ends with the plain default name beside the map document.
+  EXPECT_EQ(form["txtOutput"].text, desk.dir / "Waypoints.way");
+  EXPECT_EQ(desk.extension.DirectoryPath, desk.dir.path().string());
+
+  // A layer with a selection: "selected" is the default, the name follows the layer.
+  form.SetListIndex("lbxLayers", 1);
+  EXPECT_EQ(form["lbxFields"].SelectedEntry(), "PlotID");
+  EXPECT_EQ(form["lbxStandFields"].SelectedEntry(), "StandID");
+  EXPECT_EQ(form["optSel"].caption, "Convert Only Selected Records (n = 1)");
+  EXPECT_EQ(form["optSel"].value, 1);
+  EXPECT_EQ(form["optAll"].value, 0);
+  EXPECT_EQ(form["txtOutput"].text, desk.dir / "Plots_Waypoints.way");
+  EXPECT_TRUE(form["cmdOK"].enabled);
+}
+
+TEST(frmLayerID, DuplicatePlotIdsAreReportedAndKeepTheDialogOpen) {
+  Desk desk;
+  auto points = MakePoints(desk.store, "Plots", 26910, {Field{"PlotID", "", FieldType::Integer}},
+                           Ids({7, 9, 7, 8, 9, 9}));
+  desk.AddLayer("Plots", points);
+  desk.AddLayer("Empty", MakePoints(desk.store, "Empty", 26910, {Field{"PlotID", "", FieldType::Integer}}, {}));
+  frmLayerID form(desk.Host(), desk.defaults);
+  std::vector<std::string> progress;
+  form.changed = [&] {
+    if (form["txtProgress"].visible) progress.push_back(form["txtProgress"].text);
+  };
+  form.Fire("cmdOK", ControlEvent::Click);
+
+  ASSERT_EQ(desk.app.reports.size(), 1u);
+  EXPECT_EQ(desk.app.reports[0].text, "Duplicate Plot IDs Found:\r\n  --> 7:  n = 2\r\n  --> 9:  n = 3\r\n");
+  EXPECT_EQ(desk.app.reports[0].caption, " Problems with Plot ID Values:");
+  EXPECT_EQ(desk.app.reports[0].window, platform::host::ReportWindow::Modal);
+  EXPECT_FALSE(form.unloaded);
+  // The bar was shown from empty to full, the host got its turns, and the
+  // options are back with "selected" marked.
+  ASSERT_GE(progress.size(), 2u);
+  EXPECT_EQ(progress.front(), "Checking for Duplicate Plot ID values:\r\n[..............................]  0%");
+  EXPECT_EQ(progress.back(), "Checking for Duplicate Plot ID values:\r\n[==============================] 100%");
+  EXPECT_EQ(desk.app.yields, static_cast<int>(progress.size()) - 1);
+  EXPECT_FALSE(form["txtProgress"].visible);
+  EXPECT_TRUE(form["optAll"].visible);
+  EXPECT_EQ(form["optSel"].value, 1);
+  EXPECT_TRUE(form["cmdOK"].enabled);
+
+  form.SetListIndex("lbxLayers", 1);
+  form.SetListIndex("lbxFields", 0);
+  form.Fire("cmdOK", ControlEvent::Click);
+  ASSERT_EQ(desk.app.reports.size(), 2u);
+  EXPECT_EQ(desk.app.reports[1].text, "No Features Found...");
+  EXPECT_FALSE(form.unloaded);
+}
+
+TEST(frmLayerID, OutputPathBrowseAndChecks) {
+  Desk desk;
+  desk.AddLayer("Plots", MakePoints(desk.store, "Plots", 26910, {Field{"PlotID", "", FieldType::Integer}}, Ids({1})));
+  frmLayerID form(desk.Host(), desk.defaults);
+
+  // The browse offers .way files in the output's folder and adds ".way".
+  desk.app.saveAnswers = {desk.dir / "picked"};
+  form.Fire("cmdGetWorkspace", ControlEvent::Click);
+  ASSERT_EQ(desk.app.saveRequests.size(), 1u);
+  EXPECT_EQ(desk.app.saveRequests[0].title, "Save Waypoint File as:");
+  EXPECT_EQ(desk.app.saveRequests[0].filter, "Trimble Waypoint Files (*.way)|*.way");
+  EXPECT_EQ(desk.app.saveRequests[0].initialDirectory, desk.dir.path().string() + "/");
+  EXPECT_EQ(form["txtOutput"].text, desk.dir / "picked.way");
+  form.Fire("cmdGetWorkspace", ControlEvent::Click);  // cancelled: nothing changes
+  EXPECT_EQ(form["txtOutput"].text, desk.dir / "picked.way");
+
+  // A missing folder is refused and marked.
+  form.SetText("txtOutput", desk.dir / "nowhere/out");
+  form.Fire("cmdOK", ControlEvent::Click);
+  ASSERT_EQ(desk.app.boxes.size(), 1u);
+  EXPECT_EQ(desk.app.boxes[0].text, "The specified folder '" + (desk.dir / "nowhere") +
+                                        "' does not exist!  Please specify a valid workspace.");
+  EXPECT_EQ(form["txtOutput"].backColor, kYellow);
+  EXPECT_EQ(form.focus, "txtOutput");
+
+  // An existing file asks; No keeps the dialog open and the file as it was.
+  { std::ofstream(desk.dir / "out.way") << "old"; }
+  form.SetText("txtOutput", desk.dir / "out");
+  EXPECT_EQ(form["txtOutput"].backColor, kWhite);
+  form.Fire("cmdOK", ControlEvent::Click);
+  ASSERT_EQ(desk.app.boxes.size(), 2u);
+  EXPECT_EQ(desk.app.boxes[1].title, "File Already Exists:");
+  EXPECT_EQ(desk.app.boxes[1].buttons, platform::host::MessageButtons::YesNoCancel);
+  EXPECT_EQ(form["txtOutput"].backColor, kYellow);
+  EXPECT_FALSE(form.unloaded);
+
+  // Yes: the path without extension got ".way"; the file stays until the run replaces it.
+  desk.app.answers = {platform::host::MessageResult::Yes};
+  form.Fire("cmdOK", ControlEvent::Click);
+  ASSERT_TRUE(form.unloaded);
+  ASSERT_TRUE(form.ReturnArray());
+  EXPECT_EQ(form.ReturnArray()->outputPath, desk.dir / "out.way");
+  EXPECT_TRUE(std::filesystem::exists(desk.dir / "out.way"));
+}
+
+TEST(frmLayerID, ALayerRemovedWhileOpenIsCaughtAtOk) {
+  Desk desk;
+  desk.AddLayer("Plots", MakePoints(desk.store, "Plots", 26910, {Field{"PlotID", "", FieldType::Integer}}, Ids({1})));
+  frmLayerID form(desk.Host(), desk.defaults);
+  desk.document.FocusMap().layers.clear();
+  form.Fire("cmdOK", ControlEvent::Click);
+  ASSERT_EQ(desk.app.boxes.size(), 1u);
+  EXPECT_EQ(desk.app.boxes[0].title, "Missing Layer:");
+  EXPECT_EQ(form["lbxLayers"].backColor, kYellow);
+  EXPECT_FALSE(form.unloaded);
+}
+
+// The command's road on NAD 1927 data: the map's stored transformation is
+// taken, and the driver writes the file from what OK stored.
+TEST(frmLayerID, OkStoresTheParametersTheDriverRunsOn) {
+  Desk desk;
+  desk.AddLayer("Plots", MakePoints(desk.store, "Plots", 26710,
+                                    {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 9}},
+                                    {{Value{std::int64_t{101}}, Value{std::string("A-17")}}, {Value{std::int64_t{102}}, Value{}}}));
+  const platform::GeoTransformation helmert{"NAD_1927_To_WGS_1984_4", 1173, "EPSG", 4267, 4326};
+  bool error = false;
+  std::string message;
+  AddTransformToDocIfItDoesNotExist(helmert, error, message, desk.document.FocusMap(), desk.defaults);
+
+  frmLayerID form(desk.Host(), desk.defaults);
+  form.Fire("cmdOK", ControlEvent::Click);
+  ASSERT_TRUE(form.unloaded) << (desk.app.boxes.empty() ? "" : desk.app.boxes[0].text);
+  EXPECT_TRUE(desk.extension.ShouldContinue);
+  const auto* parameters = std::any_cast<WaypointParameters>(&desk.extension.frmLayerIDReturn);
+  ASSERT_NE(parameters, nullptr);
+  ASSERT_TRUE(parameters->transformation);
+  EXPECT_EQ(parameters->transformation->code, 1173);
+  EXPECT_EQ(parameters->direction, platform::TransformDirection::Forward);
+  EXPECT_EQ(parameters->outputPath, desk.dir / "Waypoints.way");
+
+  const WaypointResult result = CreateWaypointFile(desk.app, &desk.document, *parameters);
+  ASSERT_TRUE(result.Succeeded()) << result.errorText;
+  const std::string file = testkit::ReadFile(parameters->outputPath);
+  EXPECT_EQ(file.substr(0, 4), "101,");
+  EXPECT_NE(file.find(",0.0,A-17;<ICON = 9>,\r\n102,"), std::string::npos) << file;
+  EXPECT_EQ(desk.extension.DirectoryPath, desk.dir.path().string());
+}
+
+}  // namespace
+}  // namespace tarnwick
