@@ -17,7 +17,7 @@
 #include "common/quiet_application.h"
 #include "platform/host/map_document.h"
 #include "waypoints/create_waypoint_file.h"
-#include "waypoints/duplicate_plot_ids.h"
+#include "waypoints/waypoint_checks.h"
 #include "waypoints/waypoint_record.h"
 
 namespace tarnwick::bench {
@@ -130,18 +130,20 @@ int Main(int argc, char** argv) {
   const double toolPeakRss = PeakRssMiB();
   if (!result.Succeeded()) throw std::runtime_error("the waypoint conversion failed:\n" + result.errorText);
 
-  // The command line checks the Plot IDs for duplicates before converting.
-  // It runs second here so that the memory it frees, which the allocator
-  // keeps, does not hide the conversion's own peak.
+  // The dialog and the command line check the Plot IDs for duplicates
+  // before converting; the dialog repaints its progress text and lets the
+  // host's events through each time the text changes. It runs second here
+  // so that the memory it frees, which the allocator keeps, does not hide
+  // the conversion's own peak.
   const double checkBaselineRss = CurrentRssMiB();
   ResetPeakRss();
   const Stopwatch checkWatch;
-  {
-    auto cursor = featureClass.Search();
-    const std::string problems =
-        CheckForDuplicatePlotIDs(*cursor, featureClass.FindField("PlotID"), featureClass.FeatureCount());
-    if (!problems.empty()) throw std::runtime_error("duplicate plot IDs:\n" + problems);
-  }
+  std::int64_t progressTexts = 0;
+  const auto problems = CheckPlotIDsForConversion(parameters, [&](const std::string&) {
+    ++progressTexts;
+    application.DoEvents();
+  });
+  if (problems) throw std::runtime_error("duplicate plot IDs:\n" + problems->text);
   const double checkSeconds = checkWatch.Seconds();
   const double checkPeakRss = PeakRssMiB();
 
@@ -154,6 +156,7 @@ int Main(int argc, char** argv) {
   table.Add("ratio tool/floor", RatioText(toolSeconds, floorSeconds, 1.5));
   table.Add("file size", fmt::format("{:.1f} MiB ({} bytes)", FileSize(wayPath) / 1048576.0, FileSize(wayPath)));
   table.Add("duplicate Plot ID check", checkSeconds, 2, "s");
+  table.Add("progress texts shown (host turns)", fmt::format("{}", progressTexts));
   table.Add("growth during the check", checkPeakRss - checkBaselineRss, 1, "MiB (one entry per distinct ID)");
   table.Add("points generation", generationSeconds, 2, "s");
   table.Add("resident before the run", baselineRss, 1, "MiB");

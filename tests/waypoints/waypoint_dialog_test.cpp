@@ -230,5 +230,35 @@ TEST(frmLayerID, OkStoresTheParametersTheDriverRunsOn) {
   EXPECT_EQ(desk.extension.DirectoryPath, desk.dir.path().string());
 }
 
+TEST(FindWaypointField, EachRoleTakesItsKindsOfField) {
+  testkit::TempDir dir;
+  auto points = MakePoints(dir / "p.gpkg", "Plots", 26910,
+                           {Field{"PlotID", "", FieldType::Integer}, Field{"Name", "", FieldType::String, 9},
+                            Field{"Visited", "", FieldType::Date}},
+                           {});
+  const platform::FeatureLayer layer{"Plots", points, {}, true};
+  struct Case {
+    std::string field;
+    WaypointFieldRole role;
+    std::string refusal;  // "" when the field serves
+    std::string control;
+  };
+  const std::vector<Case> cases = {
+      {"Name", WaypointFieldRole::PlotID, "", ""},
+      {"plotid", WaypointFieldRole::Elevation, "", ""},
+      {"Nope", WaypointFieldRole::PlotID, "The point layer 'Plots' has no field 'Nope' (Plot ID).", "lbxFields"},
+      {"Name", WaypointFieldRole::Elevation, "The field 'Name' cannot serve as elevation: it must be numeric.",
+       "lbxElevation"},
+      {"Visited", WaypointFieldRole::StandID,
+       "The field 'Visited' cannot serve as Stand ID: it must be a text or numeric field.", "lbxStandFields"},
+  };
+  for (const auto& test : cases) {
+    const auto found = FindWaypointField(layer, test.field, test.role);
+    const CheckMessage* refusal = Refusal(found);
+    EXPECT_EQ(refusal ? refusal->text : "", test.refusal) << test.field;
+    EXPECT_EQ(refusal ? refusal->control : "", test.control) << test.field;
+  }
+}
+
 }  // namespace
 }  // namespace tarnwick
