@@ -4,12 +4,21 @@
 
 namespace tarnwick {
 
-ControlBounds ToolDialogModel::PlaceOnScreen(long screenWidth, long screenHeight) const {
-  ControlBounds placed = formBounds;
-  placed.left = screenWidth / 2 - formBounds.width / 2;
-  placed.top = std::lround(static_cast<double>(screenHeight) / placementDivisor_ -
-                           static_cast<double>(formBounds.height) / placementDivisor_);
-  return placed;
+void ToolDialogModel::Form_Load(ScreenSize screen, long nonClientHeight) {
+  AsEntryPoint("Form_Load ", [&] {
+    formBounds.left = std::lround(screen.width / 2.0 - formBounds.width / 2.0);
+    formBounds.top = std::lround(static_cast<double>(screen.height) / placementDivisor_ -
+                                 static_cast<double>(formBounds.height) / placementDivisor_);
+    const ControlBounds& ok = (*this)["cmdOK"].bounds;
+    formBounds.height = ok.top + ok.height + nonClientHeight;
+    for (const auto& modes : anchorModes_) anchors_.Item(modes.control).SetAnchors(modes.horizontal, modes.vertical);
+  });
+  NotifyChanged();
+}
+
+void ToolDialogModel::Form_Resize() {
+  AsEntryPoint("Form_Resize ", [this] { anchors_.DoAnchors(); });
+  NotifyChanged();
 }
 
 Control& ToolDialogModel::AddControl(std::string name, ControlKind kind, ControlBounds bounds, std::string caption) {
@@ -19,11 +28,6 @@ Control& ToolDialogModel::AddControl(std::string name, ControlKind kind, Control
   control.bounds = bounds;
   control.caption = std::move(caption);
   return Add(std::move(control));
-}
-
-void ToolDialogModel::EndFormAt(std::string_view control) {
-  const ControlBounds& bounds = (*this)[control].bounds;
-  formBounds.height = bounds.top + bounds.height;
 }
 
 void ToolDialogModel::Refuse(platform::host::Application& application, const CheckMessage& message) {

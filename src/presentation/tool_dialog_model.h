@@ -3,50 +3,58 @@
 // top of the host's window, open at a fixed place on the screen, keep their
 // controls placed by anchoring rules when resized, and refuse an OK by
 // showing a check's message and marking its control.
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "presentation/anchoring.h"
 #include "presentation/dialog_checks.h"
 #include "presentation/dialog_model.h"
+#include "presentation/report_dialog.h"
 
 namespace tarnwick {
-
-// A control's anchoring rules, horizontal and vertical: 0 position and size
-// scale, 1 fixed start and size scales, 2 fixed, 3 stretches (far margin
-// kept), 4 centre scales, 5 moves with the far edge, 6 far margin kept and
-// size scales.
-struct AnchorModes {
-  std::string control;
-  int horizontal = 2;
-  int vertical = 2;
-};
 
 class ToolDialogModel : public DialogModel {
  public:
   using DialogModel::DialogModel;
 
   bool topmost = true;
-  // The rules a view applies on resize, in the order the form registers them.
-  std::vector<AnchorModes> anchors;
 
-  // The form's place on a screen of that size (twips): centred across, and
-  // down by screen height / divisor - form height / divisor.
-  ControlBounds PlaceOnScreen(long screenWidth, long screenHeight) const;
+  // Places the form on the screen (centred across, and down by screen
+  // height / d - form height / d, d being 3 for the tools), ends it at the
+  // lower edge of cmdOK and registers the controls' anchors.
+  // nonClientHeight: the form's outer height minus its inner height (0 for
+  // a view whose bounds are inner).
+  void Form_Load(ScreenSize screen, long nonClientHeight);
+  // After the view has set formBounds to the new size.
+  void Form_Resize();
 
  protected:
-  // 3 for the tools; the chooser sits a little lower.
   double placementDivisor_ = 3;
+  // Each control's horizontal and vertical anchoring rules, registered at
+  // Form_Load in this order.
+  struct AnchorModes {
+    std::string control;
+    long horizontal = 2;
+    long vertical = 2;
+  };
+  std::vector<AnchorModes> anchorModes_;
 
   // Adds a control with its bounds.
   Control& AddControl(std::string name, ControlKind kind, ControlBounds bounds, std::string caption = {});
-  // The form's inner height ends at the lower edge of that control.
-  void EndFormAt(std::string_view control);
   // Shows a failed check as the dialogs do: the box (or the report window)
   // and the control marked yellow with the focus.
   void Refuse(platform::host::Application& application, const CheckMessage& message);
   // A control turns white again once the user touches it.
   void Whiten(std::string_view control);
+
+ private:
+  AnchorObjectList anchors_{*this};
 };
+
+// Shows a dialog model modally: returns once the dialog has unloaded itself
+// (or the user closed its window). The desktop's views supply it.
+using ShowModalDialog = std::function<void(DialogModel&)>;
 
 }  // namespace tarnwick

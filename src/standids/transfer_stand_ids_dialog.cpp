@@ -73,7 +73,7 @@ frmTransferStandIDs::frmTransferStandIDs(HostArray host, TransformationDefaults&
 }
 
 void frmTransferStandIDs::AddControls() {
-  formBounds = {0, 0, 6300, 0};
+  formBounds = {0, 0, 6300, 7035};
   AddControl("imgBackTop", ControlKind::Image, {0, 0, 6300, 1260});
   auto& message = AddControl("txtMessage", ControlKind::TextBox, {240, 120, 5820, 1020}, "Instructions");
   message.locked = true;
@@ -96,8 +96,7 @@ void frmTransferStandIDs::AddControls() {
   AddControl("cmdCancel", ControlKind::CommandButton, {3720, 6660, 1140, 375}, "Cancel");
   AddControl("cmdOK", ControlKind::CommandButton, {4980, 6660, 1140, 375}, "OK");
   AddControl("imgCornerBars", ControlKind::Image, {6060, 6795, 240, 240});
-  EndFormAt("cmdOK");
-  anchors = {{"cmdCancel", 2, 5},           {"cmdManual", 2, 5},          {"cmdOK", 2, 5},
+  anchorModes_ = {{"cmdCancel", 2, 5},           {"cmdManual", 2, 5},          {"cmdOK", 2, 5},
              {"imgBackTop", 3, 3},          {"imgBackBottom", 3, 5},      {"imgCornerBars", 5, 5},
              {"lblFields", 4, 2},           {"lblLayer", 4, 2},           {"lblStandID", 4, 2},
              {"cbxStandID", 0, 2},          {"lbxFields", 0, 3},          {"lbxLayers", 0, 3},

@@ -51,7 +51,7 @@ frmTransform::frmTransform(HostArray host, TransformChooserRequest request)
 }
 
 void frmTransform::AddControls() {
-  formBounds = {0, 0, 7200, 0};
+  formBounds = {0, 0, 7200, 6315};
   AddControl("imgBackTop", ControlKind::Image, {0, 0, 7200, 3000});
   auto& message = AddControl("txtMessage", ControlKind::RichTextBox, {240, 240, 6720, 2760});
   message.locked = true;
@@ -67,8 +67,7 @@ void frmTransform::AddControls() {
   AddControl("cmdCancel", ControlKind::CommandButton, {4560, 5940, 1140, 375}, "Cancel");
   AddControl("cmdOK", ControlKind::CommandButton, {5820, 5940, 1140, 375}, "OK");
   AddControl("imgCornerBars", ControlKind::Image, {6960, 6075, 240, 240});
-  EndFormAt("cmdOK");
-  anchors = {{"txtMessage", 3, 3}, {"optSkip", 3, 5},   {"optApply", 3, 5},   {"lbxTransformations", 3, 5},
+  anchorModes_ = {{"txtMessage", 3, 3}, {"optSkip", 3, 5},   {"optApply", 3, 5},   {"lbxTransformations", 3, 5},
              {"cmdOK", 5, 5},      {"cmdCancel", 5, 5}, {"cmdManual", 5, 5},  {"imgBackTop", 3, 3},
              {"imgCornerBars", 5, 5}};
 }

@@ -36,15 +36,14 @@ TransformationPairDialog::TransformationPairDialog(HostArray host)
     : ToolDialogModel("TransformationPairDialog"), host_(host) {
   SetErrorHost(&host_.application, &host_.document);
   caption = " Choose Two Layers:";
-  formBounds = {0, 0, 5400, 0};
+  formBounds = {0, 0, 5400, 2115};
   AddControl("lblLayer1", ControlKind::Label, {240, 240, 4920, 255}, "-- Select Layer --");
   AddControl("cbxLayer1", ControlKind::ComboBox, {240, 510, 4920, 315});
   AddControl("lblLayer2", ControlKind::Label, {240, 960, 4920, 255}, "-- Select Second Layer or the Map --");
   AddControl("cbxLayer2", ControlKind::ComboBox, {240, 1230, 4920, 315});
   AddControl("cmdCancel", ControlKind::CommandButton, {2700, 1740, 1140, 375}, "Cancel");
   AddControl("cmdOK", ControlKind::CommandButton, {4020, 1740, 1140, 375}, "OK");
-  EndFormAt("cmdOK");
-  anchors = {{"cbxLayer1", 3, 2}, {"cbxLayer2", 3, 2}, {"cmdCancel", 5, 5}, {"cmdOK", 5, 5}};
+  anchorModes_ = {{"cbxLayer1", 3, 2}, {"cbxLayer2", 3, 2}, {"cmdCancel", 5, 5}, {"cmdOK", 5, 5}};
   On("cbxLayer1", ControlEvent::Click, [this] { CheckEnable(); });
   On("cbxLayer2", ControlEvent::Click, [this] { CheckEnable(); });
   On("cmdOK", ControlEvent::Click, [this] { cmdOK_Click(); });
@@ -110,7 +109,7 @@ void TransformationPairDialog::cmdOK_Click() {
 }
 
 TransformationMenuOutcome RunGeographicTransformationMenu(HostArray host, TransformationDefaults& defaults,
-                                                          const ShowModal& showModal) {
+                                                          const ShowModalDialog& showModal) {
   using Kind = TransformationMenuOutcome::Kind;
   TransformationMenuOutcome outcome;
   try {

@@ -3,7 +3,6 @@
 // (or a layer and the map's coordinate system), chooses among their ranked
 // candidates in frmTransform, and the choice is stored in the map, where the
 // tools' sequence finds it before it searches.
-#include <functional>
 #include <optional>
 #include <vector>
 
@@ -39,10 +38,6 @@ class TransformationPairDialog : public ToolDialogModel {
   std::optional<Pair> chosen_;
 };
 
-// Shows a dialog model modally: returns once the dialog has unloaded itself
-// (or the user closed its window).
-using ShowModal = std::function<void(DialogModel&)>;
-
 struct TransformationMenuOutcome {
   enum class Kind { Cancelled, NotNeeded, Skipped, Refused, Stored } kind = Kind::Cancelled;
   std::optional<platform::GeoTransformation> stored;
@@ -52,6 +47,6 @@ struct TransformationMenuOutcome {
 // transformations change only when a transformation was chosen, and then the
 // document is marked changed.
 TransformationMenuOutcome RunGeographicTransformationMenu(HostArray host, TransformationDefaults& defaults,
-                                                          const ShowModal& showModal);
+                                                          const ShowModalDialog& showModal);
 
 }  // namespace tarnwick

@@ -61,7 +61,7 @@ frmLayerID::frmLayerID(HostArray host, TransformationDefaults& defaults)
 }
 
 void frmLayerID::AddControls() {
-  formBounds = {0, 0, 6300, 0};
+  formBounds = {0, 0, 6300, 8595};
   AddControl("imgBackTop", ControlKind::Image, {0, 0, 6300, 1140});
   AddControl("txtMessage", ControlKind::TextBox, {240, 120, 5820, 900}).locked = true;
   AddControl("lblLayer", ControlKind::Label, {240, 1140, 5820, 255}, "-- Select Point Layer --");
@@ -93,8 +93,7 @@ void frmLayerID::AddControls() {
   AddControl("cmdCancel", ControlKind::CommandButton, {3720, 8220, 1140, 375}, "Cancel");
   AddControl("cmdOK", ControlKind::CommandButton, {4980, 8220, 1140, 375}, "OK");
   AddControl("imgCornerBars", ControlKind::Image, {6060, 8355, 240, 240});
-  EndFormAt("cmdOK");
-  anchors = {{"cmdCancel", 2, 5},     {"cmdManual", 2, 5},      {"cmdOK", 2, 5},         {"imgBackTop", 3, 3},
+  anchorModes_ = {{"cmdCancel", 2, 5},     {"cmdManual", 2, 5},      {"cmdOK", 2, 5},         {"imgBackTop", 3, 3},
              {"imgCornerBars", 5, 5}, {"lblFields", 4, 2},      {"lblStandID", 4, 5},    {"lblElev", 4, 5},
              {"lblLayer", 4, 2},      {"lbxFields", 0, 3},      {"lbxStandFields", 0, 5}, {"lbxElevation", 0, 5},
              {"lbxLayers", 0, 3},     {"txtMessage", 3, 2},     {"imgBackMiddle", 3, 5}, {"optAll", 4, 5},

@@ -6,7 +6,9 @@
 
 #include "platform/host/memory_map_document.h"
 #include "shell/extension.h"
-#include "standids/import_stand_id_values.h"
+#include "shell/commands.h"
+#include "shell/model_tool_dialog.h"
+#include "standids/stand_ids_command_driver.h"
 #include "standids/transfer_checks.h"
 #include "standids/transfer_fixtures.h"
 #include "testkit/fake_desktop.h"
@@ -172,20 +174,26 @@ TEST(frmTransferStandIDs, ALayerRemovedWhileOpenIsCaughtAtOk) {
   EXPECT_EQ(form["cbxExistingPointLayer"].backColor, kWhite);
 }
 
-// The command's road: the dialog's OK, then the driver with what it stored.
-TEST(frmTransferStandIDs, OkStoresTheParametersTheDriverRunsOn) {
+// The toolbar command's whole road: the dialog model shown modally, OK, the
+// driver on what OK stored, the report, the data on disk.
+TEST(clsTransferStandIDs, RunsFromTheDialogToTheDataOnDisk) {
   Inventory inv;
-  frmTransferStandIDs form(inv.Host(), inv.defaults);
-  form.SetSelected("lbxFields", 0, true);  // Age
-  form.Fire("cmdOK", ControlEvent::Click);
-  ASSERT_TRUE(form.unloaded) << (inv.app.boxes.empty() ? "" : inv.app.boxes[0].text);
-  EXPECT_TRUE(inv.extension.ShouldContinue);
-  const auto* parameters = std::any_cast<TransferStandIDParameters>(&inv.extension.frmTransferStandIDReturn);
-  ASSERT_NE(parameters, nullptr);
-  EXPECT_FALSE(parameters->transformation);  // both on one system
+  const auto userFillsIn = [](DialogModel& dialog) {
+    dialog.SetSelected("lbxFields", 0, true);  // Age
+    dialog.Fire("cmdOK", ControlEvent::Click);
+  };
+  clsTransferStandIDs command(
+      [&] {
+        return std::make_unique<ModelToolDialog>(
+            [&](HostArray& host) { return std::make_unique<frmTransferStandIDs>(host, inv.defaults); }, userFillsIn);
+      },
+      RunImportStandIDValues);
+  command.OnCreate(inv.app, inv.document, &inv.extension);
+  command.OnClick();
+  ASSERT_EQ(inv.app.reports.size(), 1u) << (inv.app.boxes.empty() ? "" : inv.app.boxes[0].text);
+  EXPECT_NE(inv.app.reports[0].text.find("Import Complete"), std::string::npos) << inv.app.reports[0].text;
+  EXPECT_TRUE(inv.document.IsDirty());
 
-  const auto result = ImportStandIDValues(inv.app, &inv.document, *parameters);
-  ASSERT_TRUE(result.Succeeded()) << result.errorText;
   auto plots = platform::OpenFeatureLayer(inv.store + "|layername=Plots").featureClass;
   const Value none;
   EXPECT_EQ(Column(*plots, "StandID"), (std::vector<Value>{Value{std::string("A-1")}, Value{std::string("A-1")},

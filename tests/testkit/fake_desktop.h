@@ -1,7 +1,7 @@
 #pragma once
-// A test host with the desktop's services: it records the reports shown,
-// the save dialogs asked for and the documents opened, and answers save
-// dialogs from a queue (cancelled when it is empty).
+// A test host with the desktop's save dialogs and documents: it records the
+// save dialogs asked for and the documents opened, and answers save dialogs
+// from a queue (cancelled when it is empty).
 #include <deque>
 #include <optional>
 #include <string>
@@ -20,13 +20,11 @@ class FakeDesktop : public FakeApplication {
     saveAnswers.pop_front();
     return answer;
   }
-  void ShowReport(const platform::host::ReportRequest& report) override { reports.push_back(report); }
   void OpenDocument(const std::string& path) override { opened.push_back(path); }
   std::string ProgramFolder() const override { return "/opt/tarnwick"; }
 
   std::vector<platform::host::FileSaveRequest> saveRequests;
   std::deque<std::optional<std::string>> saveAnswers;
-  std::vector<platform::host::ReportRequest> reports;
   std::vector<std::string> opened;
 };
 

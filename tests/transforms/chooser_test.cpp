@@ -72,6 +72,17 @@ TEST(frmTransform, ExplainsListsRanksAndSetsTheExtension) {
   EXPECT_TRUE(s.extension.SelectedGeoTransformation);
   EXPECT_FALSE(s.extension.ChoseToSkipGeoTransformation);
 
+  // Placed a little lower than the tools; the buttons follow the corner, the text stretches.
+  form.Form_Load({28800, 16200}, 0);
+  EXPECT_EQ(form.formBounds.left, 10800);
+  EXPECT_EQ(form.formBounds.top, 3954);
+  form.formBounds.width += 1000;
+  form.formBounds.height += 1000;
+  form.Form_Resize();
+  EXPECT_EQ(form["cmdOK"].bounds.left, 6820);
+  EXPECT_EQ(form["cmdOK"].bounds.top, 6940);
+  EXPECT_EQ(form["txtMessage"].bounds.height, 3760);
+
   frmTransform cancelled(s.Host(), {plots, stands});
   cancelled.Fire("cmdCancel", ControlEvent::Click);
   EXPECT_FALSE(s.extension.SpecifiedGeoTransform);

@@ -9,11 +9,14 @@
 #include <fstream>
 
 #include "platform/host/memory_map_document.h"
+#include "shell/commands.h"
 #include "shell/extension.h"
+#include "shell/model_tool_dialog.h"
 #include "testkit/fake_desktop.h"
 #include "testkit/temp_dir.h"
 #include "transforms/transform_search.h"
 #include "waypoints/waypoint_checks.h"
+#include "waypoints/waypoint_command_driver.h"
 
 namespace tarnwick {
 namespace {
@@ -199,9 +202,9 @@ TEST(frmLayerID, ALayerRemovedWhileOpenIsCaughtAtOk) {
   EXPECT_FALSE(form.unloaded);
 }
 
-// The command's road on NAD 1927 data: the map's stored transformation is
-// taken, and the driver writes the file from what OK stored.
-TEST(frmLayerID, OkStoresTheParametersTheDriverRunsOn) {
+// The toolbar command's whole road on NAD 1927 data: the map's stored
+// transformation is taken, and the driver writes the file from what OK stored.
+TEST(cmdTNWKWPConverter, RunsFromTheDialogToTheFileOnDisk) {
   Desk desk;
   desk.AddLayer("Plots", MakePoints(desk.store, "Plots", 26710,
                                     {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 9}},
@@ -211,20 +214,27 @@ TEST(frmLayerID, OkStoresTheParametersTheDriverRunsOn) {
   std::string message;
   AddTransformToDocIfItDoesNotExist(helmert, error, message, desk.document.FocusMap(), desk.defaults);
 
-  frmLayerID form(desk.Host(), desk.defaults);
-  form.Fire("cmdOK", ControlEvent::Click);
-  ASSERT_TRUE(form.unloaded) << (desk.app.boxes.empty() ? "" : desk.app.boxes[0].text);
-  EXPECT_TRUE(desk.extension.ShouldContinue);
-  const auto* parameters = std::any_cast<WaypointParameters>(&desk.extension.frmLayerIDReturn);
-  ASSERT_NE(parameters, nullptr);
-  ASSERT_TRUE(parameters->transformation);
-  EXPECT_EQ(parameters->transformation->code, 1173);
-  EXPECT_EQ(parameters->direction, platform::TransformDirection::Forward);
-  EXPECT_EQ(parameters->outputPath, desk.dir / "Waypoints.way");
+  std::optional<WaypointParameters> stored;
+  const auto userPressesOk = [&](DialogModel& dialog) {
+    dialog.Fire("cmdOK", ControlEvent::Click);
+    stored = dynamic_cast<frmLayerID&>(dialog).ReturnArray();
+  };
+  cmdTNWKWPConverter command(
+      [&] {
+        return std::make_unique<ModelToolDialog>(
+            [&](HostArray& host) { return std::make_unique<frmLayerID>(host, desk.defaults); }, userPressesOk);
+      },
+      RunCreateWaypointFile);
+  command.OnCreate(desk.app, desk.document, &desk.extension);
+  command.OnClick();
+  ASSERT_TRUE(stored) << (desk.app.boxes.empty() ? "" : desk.app.boxes[0].text);
+  ASSERT_TRUE(stored->transformation);
+  EXPECT_EQ(stored->transformation->code, 1173);
+  EXPECT_EQ(stored->direction, platform::TransformDirection::Forward);
+  ASSERT_EQ(desk.app.reports.size(), 1u);
+  EXPECT_NE(desk.app.reports[0].text.find("NAD_1927_To_WGS_1984_4"), std::string::npos) << desk.app.reports[0].text;
 
-  const WaypointResult result = CreateWaypointFile(desk.app, &desk.document, *parameters);
-  ASSERT_TRUE(result.Succeeded()) << result.errorText;
-  const std::string file = testkit::ReadFile(parameters->outputPath);
+  const std::string file = testkit::ReadFile(desk.dir / "Waypoints.way");
   EXPECT_EQ(file.substr(0, 4), "101,");
   EXPECT_NE(file.find(",0.0,A-17;<ICON = 9>,\r\n102,"), std::string::npos) << file;
   EXPECT_EQ(desk.extension.DirectoryPath, desk.dir.path().string());
