@@ -7,7 +7,6 @@
 #include "support/lookups.h"
 #include "support/text_operations.h"
 #include "transforms/selection_sequence.h"
-#include "transforms/transform_checks.h"
 
 namespace tarnwick {
 
@@ -263,12 +262,11 @@ void frmTransferStandIDs::cmdOK_Click() {
 
   // The overlay runs in the stands' coordinates: the points are taken there.
   host_.extension.ChoseToSkipGeoTransformation = false;
-  const TransformationChoice choice =
-      SelectGeoTransformation(app, map, defaults_, parameters.pointLayer, parameters.standLayer);
-  if (choice.needed && choice.transformation) {
-    if (auto refusal = CheckTransformationRuns(*choice.transformation)) return Refuse(app, *refusal);
-    parameters.transformation = choice.transformation;
-    parameters.direction = choice.direction;
+  const auto choice = SelectGeoTransformationForRun(app, map, defaults_, parameters.pointLayer, parameters.standLayer);
+  if (const auto* refusal = Refusal(choice)) return Refuse(app, *refusal);
+  if (const auto& settled = std::get<TransformationChoice>(choice); settled.needed) {
+    parameters.transformation = settled.transformation;
+    parameters.direction = settled.direction;
   }
 
   host_.extension.ShouldContinue = true;

@@ -2,6 +2,7 @@
 #include "transforms/selection_sequence.h"
 
 #include "transforms/transform_candidates.h"
+#include "transforms/transform_checks.h"
 #include "transforms/transform_search.h"
 
 namespace tarnwick {
@@ -69,6 +70,21 @@ TransformationChoice SelectGeoTransformation(platform::host::Application& app, p
     choice.needed = needed;
     return choice;
   });
+}
+
+Checked<TransformationChoice> SelectGeoTransformationForRun(platform::host::Application& app,
+                                                            platform::host::Map& map, TransformationDefaults& defaults,
+                                                            const SearchObject& object1, const SearchObject& object2,
+                                                            const platform::Geometry* pPoint) {
+  TransformationChoice choice = SelectGeoTransformation(app, map, defaults, object1, object2, pPoint);
+  if (choice.origin == TransformationChoice::Origin::InvalidSpatialReference) {
+    return CheckMessage{"  --> " + choice.message, "Invalid Spatial Reference:",
+                        platform::host::MessageIcon::Exclamation};
+  }
+  if (choice.needed && choice.transformation) {
+    if (auto refusal = CheckTransformationRuns(*choice.transformation)) return *refusal;
+  }
+  return choice;
 }
 
 }  // namespace tarnwick

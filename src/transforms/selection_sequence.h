@@ -8,6 +8,7 @@
 
 #include "platform/geometry.h"
 #include "platform/host/application.h"
+#include "presentation/dialog_checks.h"
 #include "transforms/search_types.h"
 
 namespace tarnwick {
@@ -33,5 +34,13 @@ struct TransformationChoice {
 TransformationChoice SelectGeoTransformation(platform::host::Application& app, platform::host::Map& map,
                                              TransformationDefaults& defaults, const SearchObject& object1,
                                              const SearchObject& object2, const platform::Geometry* pPoint = nullptr);
+
+// The sequence as the last check before a tool runs: refused when a side has
+// no usable spatial reference, or when the transformation it settles on
+// cannot run on this machine (its grid files are missing).
+Checked<TransformationChoice> SelectGeoTransformationForRun(platform::host::Application& app,
+                                                            platform::host::Map& map, TransformationDefaults& defaults,
+                                                            const SearchObject& object1, const SearchObject& object2,
+                                                            const platform::Geometry* pPoint = nullptr);
 
 }  // namespace tarnwick

@@ -282,12 +282,11 @@ void frmLayerID::cmdOK_Click() {
 
   if (auto refusal = CheckSpatialReference(parameters.pointLayer)) return Refuse(app, *refusal);
   host_.extension.ChoseToSkipGeoTransformation = false;
-  const TransformationChoice choice =
-      SelectGeoTransformation(app, map, defaults_, parameters.pointLayer, CreateSpatialReferenceWGS84());
-  if (choice.needed && choice.transformation) {
-    if (auto refusal = CheckTransformationRuns(*choice.transformation)) return Refuse(app, *refusal);
-    parameters.transformation = choice.transformation;
-    parameters.direction = choice.direction;
+  const auto choice = SelectGeoTransformationForRun(app, map, defaults_, parameters.pointLayer, CreateSpatialReferenceWGS84());
+  if (const auto* refusal = Refusal(choice)) return Refuse(app, *refusal);
+  if (const auto& settled = std::get<TransformationChoice>(choice); settled.needed) {
+    parameters.transformation = settled.transformation;
+    parameters.direction = settled.direction;
   }
 
   host_.extension.ShouldContinue = true;
