@@ -47,6 +47,10 @@ void ToolDialogModel::Refuse(platform::host::Application& application, const Che
   }
 }
 
+void OpenManual(platform::host::Application& application) {
+  application.OpenDocument(application.ProgramFolder() + "/TNWK_ArcGIS_Tools.pdf");
+}
+
 void ToolDialogModel::Whiten(std::string_view control) { (*this)[control].backColor = kWhite; }
 
 }  // namespace tarnwick

@@ -53,6 +53,9 @@ class ToolDialogModel : public DialogModel {
   AnchorObjectList anchors_{*this};
 };
 
+// Opens the manual, "TNWK_ArcGIS_Tools.pdf" in the program's folder.
+void OpenManual(platform::host::Application& application);
+
 // Shows a dialog model modally: returns once the dialog has unloaded itself
 // (or the user closed its window). The desktop's views supply it.
 using ShowModalDialog = std::function<void(DialogModel&)>;

@@ -51,8 +51,8 @@ const platform::FeatureLayer* LayerAt(const std::vector<platform::FeatureLayer>&
 }  // namespace
 
 frmTransferStandIDs::frmTransferStandIDs(HostArray host, TransformationDefaults& defaults)
-    : ToolDialogModel("..\\frmTransferStandIDs"), host_(host), defaults_(defaults) {
-  SetErrorHost(&host_.application, &host_.document);
+    : ModalToolDialogModel("..\\frmTransferStandIDs", host, &clsExtension::frmTransferStandIDReturn),
+      defaults_(defaults) {
   caption = "  Import Stand ID Parameters:";
   AddControls();
   On("lbxLayers", ControlEvent::Click, [this] { lbxLayers_Click(); });
@@ -64,10 +64,6 @@ frmTransferStandIDs::frmTransferStandIDs(HostArray host, TransformationDefaults&
     CheckEnable();
   });
   On("cmdOK", ControlEvent::Click, [this] { cmdOK_Click(); });
-  On("cmdCancel", ControlEvent::Click, [this] { cmdCancel_Click(); });
-  On("cmdManual", ControlEvent::Click, [this] {
-    host_.application.OpenDocument(host_.application.ProgramFolder() + "/TNWK_ArcGIS_Tools.pdf");
-  });
   AsEntryPoint("ArcApplication ", [this] { ArcApplication(); });
 }
 
@@ -87,10 +83,7 @@ void frmTransferStandIDs::AddControls() {
   AddControl("lblPlotStandIDField", ControlKind::Label, {240, 5700, 5820, 255}, "-- Select Plot Stand ID Field --");
   AddControl("cbxExistingIDField", ControlKind::ComboBox, {240, 5970, 5820, 315});
   AddControl("imgBackBottom", ControlKind::Image, {0, 6420, 6300, 720});
-  const auto version = host_.application.GetVersion();
-  AddControl("lblToolVersion", ControlKind::Label, {240, 6540, 2100, 255},
-             "Tool Version " + std::to_string(version.major) + "." + std::to_string(version.minor) + "." +
-                 std::to_string(version.revision));
+  AddControl("lblToolVersion", ControlKind::Label, {240, 6540, 2100, 255}, ToolVersionCaption());
   AddControl("cmdManual", ControlKind::CommandButton, {2460, 6660, 1140, 375}, "Manual");
   AddControl("cmdCancel", ControlKind::CommandButton, {3720, 6660, 1140, 375}, "Cancel");
   AddControl("cmdOK", ControlKind::CommandButton, {4980, 6660, 1140, 375}, "OK");
@@ -269,17 +262,8 @@ void frmTransferStandIDs::cmdOK_Click() {
     parameters.direction = settled.direction;
   }
 
-  host_.extension.ShouldContinue = true;
-  returnArray_ = parameters;
-  host_.extension.frmTransferStandIDReturn = std::move(parameters);
-  unloaded = true;
+  Accept(std::move(parameters));
 }
 
-void frmTransferStandIDs::cmdCancel_Click() {
-  host_.extension.ShouldContinue = false;
-  host_.extension.frmTransferStandIDReturn.reset();
-  returnArray_.reset();
-  unloaded = true;
-}
 
 }  // namespace tarnwick

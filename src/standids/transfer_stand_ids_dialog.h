@@ -8,21 +8,18 @@
 #include <string>
 #include <vector>
 
-#include "presentation/tool_dialog_model.h"
-#include "shell/host_array.h"
+#include "shell/modal_tool_dialog_model.h"
 #include "standids/transfer_parameters.h"
 #include "transforms/search_types.h"
 
 namespace tarnwick {
 
-class frmTransferStandIDs : public ToolDialogModel {
+class frmTransferStandIDs : public ModalToolDialogModel<TransferStandIDParameters> {
  public:
   // Sets the form up over the host's focus map (the classic form's
   // ArcApplication). defaults: the session's default transformations.
   frmTransferStandIDs(HostArray host, TransformationDefaults& defaults);
 
-  // The parameter set OK built; none before OK or after Cancel.
-  const std::optional<TransferStandIDParameters>& ReturnArray() const { return returnArray_; }
 
   // Whether the name is one of the Stand ID field names the extension has
   // learnt ("StandID,Stand_ID,ID" until it has learnt any).
@@ -37,18 +34,15 @@ class frmTransferStandIDs : public ToolDialogModel {
   void cbxStandID_Click();
   void cbxExistingPointLayer_Click();
   void cmdOK_Click();
-  void cmdCancel_Click();
   // Refills lbxFields with these names, keeping the selection by name.
   void RefillAdditionalFields(const std::vector<std::string>& names);
 
-  HostArray host_;
   TransformationDefaults& defaults_;
   std::vector<platform::FeatureLayer> polygonLayers_;  // parallel to lbxLayers
   std::vector<platform::FeatureLayer> pointLayers_;    // parallel to cbxExistingPointLayer
   std::vector<std::string> standFieldNames_;           // the stand layer's offered fields, in order
   std::string defaultStandLayer_;
   std::string defaultPointLayer_;
-  std::optional<TransferStandIDParameters> returnArray_;
 };
 
 }  // namespace tarnwick

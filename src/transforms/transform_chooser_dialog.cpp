@@ -46,7 +46,7 @@ frmTransform::frmTransform(HostArray host, TransformChooserRequest request)
   On("lbxTransformations", ControlEvent::DblClick, [this] { lbxTransformations_DblClick(); });
   On("cmdOK", ControlEvent::Click, [this] { cmdOK_Click(); });
   On("cmdCancel", ControlEvent::Click, [this] { cmdCancel_Click(); });
-  On("cmdManual", ControlEvent::Click, [this] { cmdManual_Click(); });
+  On("cmdManual", ControlEvent::Click, [this] { OpenManual(host_.application); });
   AsEntryPoint("ArcApplication ", [this] { ArcApplication(); });
 }
 
@@ -156,10 +156,6 @@ void frmTransform::cmdCancel_Click() {
   extension.SelectedGeoTransformation = false;
   extension.ChoseToSkipGeoTransformation = false;
   unloaded = true;
-}
-
-void frmTransform::cmdManual_Click() {
-  host_.application.OpenDocument(host_.application.ProgramFolder() + "/TNWK_ArcGIS_Tools.pdf");
 }
 
 void frmTransform::lbxTransformations_DblClick() {

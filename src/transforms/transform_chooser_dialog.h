@@ -39,7 +39,6 @@ class frmTransform : public ToolDialogModel {
   void CheckEnable();
   void cmdOK_Click();
   void cmdCancel_Click();
-  void cmdManual_Click();
   void lbxTransformations_DblClick();
 
   HostArray host_;

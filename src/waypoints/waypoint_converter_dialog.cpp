@@ -42,8 +42,7 @@ std::string DocumentFolder(const platform::host::MapDocument& document) {
 }  // namespace
 
 frmLayerID::frmLayerID(HostArray host, TransformationDefaults& defaults)
-    : ToolDialogModel("...Form = frmLayerID"), host_(host), defaults_(defaults) {
-  SetErrorHost(&host_.application, &host_.document);
+    : ModalToolDialogModel("...Form = frmLayerID", host, &clsExtension::frmLayerIDReturn), defaults_(defaults) {
   caption = " TNWK Solo Waypoint Converter:";
   AddControls();
   On("lbxLayers", ControlEvent::Click, [this] { lbxLayers_Click(); });
@@ -53,10 +52,6 @@ frmLayerID::frmLayerID(HostArray host, TransformationDefaults& defaults)
   On("txtOutput", ControlEvent::Change, [this] { Whiten("txtOutput"); });
   On("cmdGetWorkspace", ControlEvent::Click, [this] { cmdGetWorkspace_Click(); });
   On("cmdOK", ControlEvent::Click, [this] { cmdOK_Click(); });
-  On("cmdCancel", ControlEvent::Click, [this] { cmdCancel_Click(); });
-  On("cmdManual", ControlEvent::Click, [this] {
-    host_.application.OpenDocument(host_.application.ProgramFolder() + "/TNWK_ArcGIS_Tools.pdf");
-  });
   AsEntryPoint("ArcApplication ", [this] { ArcApplication(); });
 }
 
@@ -85,10 +80,7 @@ void frmLayerID::AddControls() {
   AddControl("cmdGetWorkspace", ControlKind::CommandButton, {5640, 7500, 420, 375}).toolTip =
       "Browse for Output Table...";
   AddControl("imgBackBottom", ControlKind::Image, {0, 7980, 6300, 720});
-  const auto version = host_.application.GetVersion();
-  AddControl("lblToolVersion", ControlKind::Label, {240, 8100, 2100, 255},
-             "Tool Version " + std::to_string(version.major) + "." + std::to_string(version.minor) + "." +
-                 std::to_string(version.revision));
+  AddControl("lblToolVersion", ControlKind::Label, {240, 8100, 2100, 255}, ToolVersionCaption());
   AddControl("cmdManual", ControlKind::CommandButton, {2460, 8220, 1140, 375}, "Manual");
   AddControl("cmdCancel", ControlKind::CommandButton, {3720, 8220, 1140, 375}, "Cancel");
   AddControl("cmdOK", ControlKind::CommandButton, {4980, 8220, 1140, 375}, "OK");
@@ -289,17 +281,8 @@ void frmLayerID::cmdOK_Click() {
     parameters.direction = settled.direction;
   }
 
-  host_.extension.ShouldContinue = true;
-  returnArray_ = parameters;
-  host_.extension.frmLayerIDReturn = std::move(parameters);
-  unloaded = true;
+  Accept(std::move(parameters));
 }
 
-void frmLayerID::cmdCancel_Click() {
-  host_.extension.ShouldContinue = false;
-  host_.extension.frmLayerIDReturn.reset();
-  returnArray_.reset();
-  unloaded = true;
-}
 
 }  // namespace tarnwick

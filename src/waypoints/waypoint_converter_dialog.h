@@ -9,8 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "presentation/tool_dialog_model.h"
-#include "shell/host_array.h"
+#include "shell/modal_tool_dialog_model.h"
 #include "transforms/search_types.h"
 #include "waypoints/create_waypoint_file.h"
 
@@ -19,14 +18,12 @@ namespace tarnwick {
 inline constexpr const char* kNoStandIdFieldEntry = "<-- No Stand ID Field -->";
 inline constexpr const char* kNoElevationFieldEntry = "<-- No Elevation Field -->";
 
-class frmLayerID : public ToolDialogModel {
+class frmLayerID : public ModalToolDialogModel<WaypointParameters> {
  public:
   // Sets the form up over the host's focus map (the classic form's
   // ArcApplication). defaults: the session's default transformations.
   frmLayerID(HostArray host, TransformationDefaults& defaults);
 
-  // The parameter set OK built; none before OK or after Cancel.
-  const std::optional<WaypointParameters>& ReturnArray() const { return returnArray_; }
 
  private:
   void AddControls();
@@ -35,7 +32,6 @@ class frmLayerID : public ToolDialogModel {
   void lbxLayers_Click();
   void cmdGetWorkspace_Click();
   void cmdOK_Click();
-  void cmdCancel_Click();
   // The folder outputs go to: DirectoryPath, else the map document's folder
   // (which then becomes DirectoryPath), with a closing separator.
   std::string OutputFolder();
@@ -43,12 +39,10 @@ class frmLayerID : public ToolDialogModel {
   // Runs the duplicate check with txtProgress in place of the options.
   std::optional<CheckMessage> CheckPlotIDsShowingProgress(const WaypointParameters& parameters);
 
-  HostArray host_;
   TransformationDefaults& defaults_;
   std::vector<platform::FeatureLayer> layers_;  // parallel to lbxLayers
   std::string defaultLayer_;
   bool checking_ = false;  // the duplicate check is reading (the host's events still arrive)
-  std::optional<WaypointParameters> returnArray_;
 };
 
 }  // namespace tarnwick
