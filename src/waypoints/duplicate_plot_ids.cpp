@@ -54,7 +54,7 @@ std::string CheckForDuplicatePlotIDs(platform::FeatureCursor& cursor, int plotId
     while (auto feature = cursor.NextFeature()) {
       ++count;
       if (onProgress) {
-        // The text changes at most a hundred times: it is made only then.
+        // The text changes some hundred times in all: it is made only then.
         if (const ProgressMarks marks = MarksAt(count, total); marks != shown) {
           shown = marks;
           onProgress(ProgressText(marks));
