@@ -64,9 +64,9 @@ std::optional<CheckMessage> CheckWritable(const platform::FeatureLayer& layer) {
     if (ec || !fs::exists(status)) continue;
     const auto writeBits = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
     if ((status.permissions() & writeBits) == fs::perms::none || ::access(file.c_str(), W_OK) != 0) {
-      return Refused("The point layer '" + layer.name + "' cannot be written: '" + file +
-                         "' is read-only. Nothing was changed.",
-                     "cbxExistingPointLayer");
+      return Refused(
+          "The point layer '" + layer.name + "' cannot be written: '" + file + "' is read-only. Nothing was changed.",
+          "cbxExistingPointLayer");
     }
   }
   return std::nullopt;
@@ -90,16 +90,16 @@ bool IsTransferableField(const platform::Field& field) {
 
 std::string StandIdTypeQuestion(const platform::Field& stand, const platform::Field& point) {
   return "Potential Problem:\n\nYour Stand ID fields from your Stand Polygon layer and your Plot Point layer are "
-         "different types:\n  --> Stand Polygon ID Field '" + stand.name + "':  Type = " +
-         ReturnEsriFieldTypeNameFromNumber_Friendly(static_cast<int>(stand.type)) +
-         "\n  --> Plot Point Stand ID Field '" + point.name + "':  Type = " +
-         ReturnEsriFieldTypeNameFromNumber_Friendly(static_cast<int>(point.type)) +
+         "different types:\n  --> Stand Polygon ID Field '" +
+         stand.name + "':  Type = " + ReturnEsriFieldTypeNameFromNumber_Friendly(static_cast<int>(stand.type)) +
+         "\n  --> Plot Point Stand ID Field '" + point.name +
+         "':  Type = " + ReturnEsriFieldTypeNameFromNumber_Friendly(static_cast<int>(point.type)) +
          "\n\nTransferring values from one field type to another is unreliable and might even cause a crash. Click "
          "'OK' to confirm that you want to use these fields, or 'Cancel' to exit and select different fields.";
 }
 
 Checked<TransferStandIDParameters> CheckTransferStandIDChoices(platform::host::Application& application,
-                                                                const TransferStandIDChoices& choices) {
+                                                               const TransferStandIDChoices& choices) {
   TransferStandIDParameters parameters;
   parameters.standLayer = choices.standLayer;
   const auto& stands = parameters.standLayer;
@@ -125,14 +125,18 @@ Checked<TransferStandIDParameters> CheckTransferStandIDChoices(platform::host::A
     if (!twice) parameters.additionalFields.push_back(field);
   }
 
-  if (!choices.pointLayer) return Refused("Please select a Plot Point layer to add points to!", "cbxExistingPointLayer");
+  if (!choices.pointLayer) {
+    return Refused("Please select a Plot Point layer to add points to!", "cbxExistingPointLayer");
+  }
   parameters.pointLayer = *choices.pointLayer;
   const auto& points = parameters.pointLayer;
-  if (!points.featureClass) return Refused("Please select a Plot Point layer to add points to!", "cbxExistingPointLayer");
+  if (!points.featureClass) {
+    return Refused("Please select a Plot Point layer to add points to!", "cbxExistingPointLayer");
+  }
   if (SameClass(*stands.featureClass, *points.featureClass)) {
-    return Refused("The point layer '" + points.name +
-                       "' is the stand layer; choose the plot points to receive the stand IDs.",
-                   "cbxExistingPointLayer");
+    return Refused(
+        "The point layer '" + points.name + "' is the stand layer; choose the plot points to receive the stand IDs.",
+        "cbxExistingPointLayer");
   }
   if (points.featureClass->ShapeType() != platform::GeometryType::Point) {
     return Refused("The point layer '" + points.name + "' is not a point layer.", "cbxExistingPointLayer");
@@ -151,8 +155,8 @@ Checked<TransferStandIDParameters> CheckTransferStandIDChoices(platform::host::A
     parameters.pointStandIdField = points.featureClass->Fields().at(static_cast<size_t>(index));
     if (parameters.pointStandIdField->type != parameters.standIdField.type) {
       const std::string question = StandIdTypeQuestion(parameters.standIdField, *parameters.pointStandIdField);
-      const auto answer = application.MessageBox(question, kStandIdTypeQuestionTitle,
-                                                 platform::host::MessageButtons::OKCancel);
+      const auto answer =
+          application.MessageBox(question, kStandIdTypeQuestionTitle, platform::host::MessageButtons::OKCancel);
       if (answer != platform::host::MessageResult::OK) {
         return CheckMessage{question, kStandIdTypeQuestionTitle, platform::host::MessageIcon::None, "",
                             CheckMessage::Display::Answered};

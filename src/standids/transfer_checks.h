@@ -20,7 +20,7 @@ struct TransferStandIDChoices {
   std::string standIdField;  // "" or "<-- Select Field -->" when none is chosen
   std::vector<std::string> additionalFields;
   std::optional<platform::FeatureLayer> pointLayer;  // none when no point layer is chosen
-  std::string pointStandIdField;  // "<-- Clone Polygon Field -->" clones; "" when none is chosen
+  std::string pointStandIdField;                     // "<-- Clone Polygon Field -->" clones; "" when none is chosen
 };
 
 // The stand fields a transfer can carry: text, numeric and date fields.
@@ -35,6 +35,6 @@ inline constexpr const char* kStandIdTypeQuestionTitle = "Confirm Attribute Fiel
 // through the application; declined, it gives an Answered refusal), both
 // spatial references, a writable point layer and valid stand polygons.
 Checked<TransferStandIDParameters> CheckTransferStandIDChoices(platform::host::Application& application,
-                                                                const TransferStandIDChoices& choices);
+                                                               const TransferStandIDChoices& choices);
 
 }  // namespace tarnwick

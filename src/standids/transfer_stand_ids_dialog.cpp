@@ -88,12 +88,24 @@ void frmTransferStandIDs::AddControls() {
   AddControl("cmdCancel", ControlKind::CommandButton, {3720, 6660, 1140, 375}, "Cancel");
   AddControl("cmdOK", ControlKind::CommandButton, {4980, 6660, 1140, 375}, "OK");
   AddControl("imgCornerBars", ControlKind::Image, {6060, 6795, 240, 240});
-  anchorModes_ = {{"cmdCancel", 2, 5},           {"cmdManual", 2, 5},          {"cmdOK", 2, 5},
-             {"imgBackTop", 3, 3},          {"imgBackBottom", 3, 5},      {"imgCornerBars", 5, 5},
-             {"lblFields", 4, 2},           {"lblLayer", 4, 2},           {"lblStandID", 4, 2},
-             {"cbxStandID", 0, 2},          {"lbxFields", 0, 3},          {"lbxLayers", 0, 3},
-             {"txtMessage", 3, 2},          {"lblPlotLayer", 4, 5},       {"lblPlotStandIDField", 4, 5},
-             {"cbxExistingPointLayer", 0, 5}, {"cbxExistingIDField", 0, 5}, {"lblToolVersion", 2, 5}};
+  anchorModes_ = {{"cmdCancel", 2, 5},
+                  {"cmdManual", 2, 5},
+                  {"cmdOK", 2, 5},
+                  {"imgBackTop", 3, 3},
+                  {"imgBackBottom", 3, 5},
+                  {"imgCornerBars", 5, 5},
+                  {"lblFields", 4, 2},
+                  {"lblLayer", 4, 2},
+                  {"lblStandID", 4, 2},
+                  {"cbxStandID", 0, 2},
+                  {"lbxFields", 0, 3},
+                  {"lbxLayers", 0, 3},
+                  {"txtMessage", 3, 2},
+                  {"lblPlotLayer", 4, 5},
+                  {"lblPlotStandIDField", 4, 5},
+                  {"cbxExistingPointLayer", 0, 5},
+                  {"cbxExistingIDField", 0, 5},
+                  {"lblToolVersion", 2, 5}};
 }
 
 void frmTransferStandIDs::ArcApplication() {
@@ -112,7 +124,9 @@ void frmTransferStandIDs::ArcApplication() {
   Control& standList = (*this)["lbxLayers"];
   standList.entries.clear();
   for (const auto& layer : polygonLayers_) standList.entries.push_back(layer.name);
-  if (!polygonLayers_.empty()) SetListIndex("lbxLayers", std::max(0, PositionOfName(polygonLayers_, defaultStandLayer_)));
+  if (!polygonLayers_.empty()) {
+    SetListIndex("lbxLayers", std::max(0, PositionOfName(polygonLayers_, defaultStandLayer_)));
+  }
 
   pointLayers_ = ReturnLayersByType(map, 8);
   Control& pointCombo = (*this)["cbxExistingPointLayer"];
@@ -240,7 +254,9 @@ void frmTransferStandIDs::cmdOK_Click() {
   choices.standIdField = (*this)["cbxStandID"].SelectedEntry();
   const Control& attributes = (*this)["lbxFields"];
   for (size_t i = 0; i < attributes.entries.size(); ++i) {
-    if (i < attributes.selected.size() && attributes.selected[i]) choices.additionalFields.push_back(attributes.entries[i]);
+    if (i < attributes.selected.size() && attributes.selected[i]) {
+      choices.additionalFields.push_back(attributes.entries[i]);
+    }
   }
   if (const auto* chosenPoints = LayerAt(pointLayers_, (*this)["cbxExistingPointLayer"].listIndex)) {
     const auto points = CheckLayerStillInMap(map, *chosenPoints, "cbxExistingPointLayer");
@@ -264,6 +280,5 @@ void frmTransferStandIDs::cmdOK_Click() {
 
   Accept(std::move(parameters));
 }
-
 
 }  // namespace tarnwick

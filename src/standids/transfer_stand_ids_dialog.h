@@ -20,7 +20,6 @@ class frmTransferStandIDs : public ModalToolDialogModel<TransferStandIDParameter
   // ArcApplication). defaults: the session's default transformations.
   frmTransferStandIDs(HostArray host, TransformationDefaults& defaults);
 
-
   // Whether the name is one of the Stand ID field names the extension has
   // learnt ("StandID,Stand_ID,ID" until it has learnt any).
   bool TransferNameInStandIDHistory(const std::string& name);

@@ -12,9 +12,9 @@
 namespace tarnwick {
 
 struct TransformCandidates {
-  bool failed = false;   // a side's geographic system could not be read; a numbered box was shown
-  std::string failure;   // why
-  bool sameGcs = false;  // both lie on one geographic system: no search was made
+  bool failed = false;      // a side's geographic system could not be read; a numbered box was shown
+  std::string failure;      // why
+  bool sameGcs = false;     // both lie on one geographic system: no search was made
   TransformList unranked;   // the platform's order
   TransformRanking ranked;  // ranked order; not measured with one candidate or no place to measure at
   std::string message;      // "<-- No Known Transformations for these two GCSs -->" when there is none

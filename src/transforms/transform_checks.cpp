@@ -35,9 +35,9 @@ std::optional<CheckMessage> CheckTransformationRuns(const platform::GeoTransform
     platform::CheckTransformationUsable(transformation);
     return std::nullopt;
   } catch (const platform::PlatformError& e) {
-    return CheckMessage{std::string(e.what()) +
-                            ".\n\nInstall the grid files, or choose another geographic transformation.",
-                        "Unusable Geographic Transformation:", platform::host::MessageIcon::Exclamation};
+    return CheckMessage{
+        std::string(e.what()) + ".\n\nInstall the grid files, or choose another geographic transformation.",
+        "Unusable Geographic Transformation:", platform::host::MessageIcon::Exclamation};
   }
 }
 
@@ -61,8 +61,8 @@ Checked<NamedTransformation> ResolveNamedTransformation(const std::string& text,
   std::string message;
   std::string name1 = DisplayName(object1);
   std::string name2 = DisplayName(object2);
-  ReturnFromToTransform(object1, object2, &*transformation, resolved.needed, resolved.direction, error, message,
-                        name1, name2);
+  ReturnFromToTransform(object1, object2, &*transformation, resolved.needed, resolved.direction, error, message, name1,
+                        name2);
   if (error) return CheckMessage{message};
   if (!resolved.needed) return resolved;
   if (asked && *asked != resolved.direction) {

@@ -67,9 +67,9 @@ void frmTransform::AddControls() {
   AddControl("cmdCancel", ControlKind::CommandButton, {4560, 5940, 1140, 375}, "Cancel");
   AddControl("cmdOK", ControlKind::CommandButton, {5820, 5940, 1140, 375}, "OK");
   AddControl("imgCornerBars", ControlKind::Image, {6960, 6075, 240, 240});
-  anchorModes_ = {{"txtMessage", 3, 3}, {"optSkip", 3, 5},   {"optApply", 3, 5},   {"lbxTransformations", 3, 5},
-             {"cmdOK", 5, 5},      {"cmdCancel", 5, 5}, {"cmdManual", 5, 5},  {"imgBackTop", 3, 3},
-             {"imgCornerBars", 5, 5}};
+  anchorModes_ = {{"txtMessage", 3, 3},         {"optSkip", 3, 5},    {"optApply", 3, 5},
+                  {"lbxTransformations", 3, 5}, {"cmdOK", 5, 5},      {"cmdCancel", 5, 5},
+                  {"cmdManual", 5, 5},          {"imgBackTop", 3, 3}, {"imgCornerBars", 5, 5}};
 }
 
 void frmTransform::ArcApplication() {
@@ -82,9 +82,8 @@ void frmTransform::ArcApplication() {
   message.text = ExplanationText();
   message.selStart = 0;
 
-  const TransformCandidates found =
-      FindTransformCandidates(host_.application, request_.object1, request_.object2,
-                              request_.place ? &*request_.place : nullptr);
+  const TransformCandidates found = FindTransformCandidates(host_.application, request_.object1, request_.object2,
+                                                            request_.place ? &*request_.place : nullptr);
   Control& list = (*this)["lbxTransformations"];
   list.entries.clear();
   list.listIndex = -1;

@@ -18,7 +18,7 @@ namespace tarnwick {
 struct TransformChooserRequest {
   SearchObject object1;
   SearchObject object2;
-  std::optional<std::string> name1;         // display names; else the layer's or reference's own
+  std::optional<std::string> name1;  // display names; else the layer's or reference's own
   std::optional<std::string> name2;
   std::optional<platform::Geometry> place;  // where to rank; else at the data
 };

@@ -1,9 +1,9 @@
 #include "transforms/transform_chooser_texts.h"
 
+#include <fmt/core.h>
+
 #include <charconv>
 #include <vector>
-
-#include <fmt/core.h>
 
 #include "platform/field.h"
 #include "support/text_operations.h"
@@ -44,7 +44,8 @@ constexpr const char* kNoInfoHeader =
 constexpr const char* kDetailsHeader =
     R"({\rtf1\ansi\ansicpg1252\deff0\deflang1033{\fonttbl{\f0\fnil\fcharset0 Arial;}{\f1\fnil\fcharset0 MS Sans Serif;}{\f2\fnil\fcharset2 Symbol;}})";
 constexpr const char* kRed = R"({\colortbl ;\red255\green0\blue0;})";
-constexpr const char* kHeading = R"(\viewkind4\uc1\pard\sa200\sl276\slmult1\qc\lang9\b\fs20 Geotransformation Details\b0 )";
+constexpr const char* kHeading =
+    R"(\viewkind4\uc1\pard\sa200\sl276\slmult1\qc\lang9\b\fs20 Geotransformation Details\b0 )";
 constexpr const char* kEnd = R"(\par })";
 constexpr const char* kDetailBullet = R"(\par \pard{\pntext\f2\'B7\tab}{\*\pn\pnlvlblt\pnf2\pnindent0{\pntxtb\'B7}})";
 

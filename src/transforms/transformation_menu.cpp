@@ -90,8 +90,8 @@ void TransformationPairDialog::cmdOK_Click() {
   if (second == 0) {
     const platform::SpatialReference mapSystem = map.GetSpatialReference();
     if (mapSystem.IsUnknown()) {
-      return Refuse(app, {"The map has no coordinate system!\n\nPlease choose a second layer.", "Invalid Spatial Reference:",
-                          platform::host::MessageIcon::Exclamation, "cbxLayer2"});
+      return Refuse(app, {"The map has no coordinate system!\n\nPlease choose a second layer.",
+                          "Invalid Spatial Reference:", platform::host::MessageIcon::Exclamation, "cbxLayer2"});
     }
     pair.object2 = mapSystem;
     pair.name2 = "Map (" + mapSystem.Name() + ")";
@@ -121,9 +121,12 @@ TransformationMenuOutcome RunGeographicTransformationMenu(HostArray host, Transf
     const auto gcs1 = GcsOf(pair.object1);
     const auto gcs2 = GcsOf(pair.object2);
     if (gcs1 && gcs2 && gcs1->FactoryCode() == gcs2->FactoryCode()) {
-      host.application.MessageBox("'" + pair.name1 + "' and '" + pair.name2 + "' lie on the same geographic "
-                                  "coordinate system (" + gcs1->Name() + "):\n\nNo geographic transformation is "
-                                  "needed.",
+      host.application.MessageBox("'" + pair.name1 + "' and '" + pair.name2 +
+                                      "' lie on the same geographic "
+                                      "coordinate system (" +
+                                      gcs1->Name() +
+                                      "):\n\nNo geographic transformation is "
+                                      "needed.",
                                   kTitle, platform::host::MessageButtons::OK, platform::host::MessageIcon::Information);
       outcome.kind = Kind::NotNeeded;
       return outcome;

@@ -17,9 +17,12 @@ struct RoleText {
 
 RoleText TextOf(WaypointFieldRole role) {
   switch (role) {
-    case WaypointFieldRole::PlotID: return {"Plot ID", "lbxFields"};
-    case WaypointFieldRole::StandID: return {"Stand ID", "lbxStandFields"};
-    case WaypointFieldRole::Elevation: return {"elevation", "lbxElevation"};
+    case WaypointFieldRole::PlotID:
+      return {"Plot ID", "lbxFields"};
+    case WaypointFieldRole::StandID:
+      return {"Stand ID", "lbxStandFields"};
+    case WaypointFieldRole::Elevation:
+      return {"elevation", "lbxElevation"};
   }
   return {"", ""};
 }
@@ -69,8 +72,8 @@ Checked<std::string> CheckWaypointOutput(platform::host::Application& applicatio
   std::error_code ec;
   if (std::filesystem::exists(path, ec)) {
     const std::string question = WaypointFileExistsQuestion(path);
-    const auto answer = application.MessageBox(question, kWaypointFileExistsTitle,
-                                               platform::host::MessageButtons::YesNoCancel);
+    const auto answer =
+        application.MessageBox(question, kWaypointFileExistsTitle, platform::host::MessageButtons::YesNoCancel);
     if (answer != platform::host::MessageResult::Yes) {
       return CheckMessage{question, kWaypointFileExistsTitle, platform::host::MessageIcon::None, "txtOutput",
                           CheckMessage::Display::Answered};

@@ -85,12 +85,12 @@ void frmLayerID::AddControls() {
   AddControl("cmdCancel", ControlKind::CommandButton, {3720, 8220, 1140, 375}, "Cancel");
   AddControl("cmdOK", ControlKind::CommandButton, {4980, 8220, 1140, 375}, "OK");
   AddControl("imgCornerBars", ControlKind::Image, {6060, 8355, 240, 240});
-  anchorModes_ = {{"cmdCancel", 2, 5},     {"cmdManual", 2, 5},      {"cmdOK", 2, 5},         {"imgBackTop", 3, 3},
-             {"imgCornerBars", 5, 5}, {"lblFields", 4, 2},      {"lblStandID", 4, 5},    {"lblElev", 4, 5},
-             {"lblLayer", 4, 2},      {"lbxFields", 0, 3},      {"lbxStandFields", 0, 5}, {"lbxElevation", 0, 5},
-             {"lbxLayers", 0, 3},     {"txtMessage", 3, 2},     {"imgBackMiddle", 3, 5}, {"optAll", 4, 5},
-             {"optSel", 4, 5},        {"imgBackBottom", 3, 5},  {"lblOutputName", 2, 5}, {"txtOutput", 3, 5},
-             {"cmdGetWorkspace", 5, 5}};
+  anchorModes_ = {{"cmdCancel", 2, 5},      {"cmdManual", 2, 5},     {"cmdOK", 2, 5},          {"imgBackTop", 3, 3},
+                  {"imgCornerBars", 5, 5},  {"lblFields", 4, 2},     {"lblStandID", 4, 5},     {"lblElev", 4, 5},
+                  {"lblLayer", 4, 2},       {"lbxFields", 0, 3},     {"lbxStandFields", 0, 5}, {"lbxElevation", 0, 5},
+                  {"lbxLayers", 0, 3},      {"txtMessage", 3, 2},    {"imgBackMiddle", 3, 5},  {"optAll", 4, 5},
+                  {"optSel", 4, 5},         {"imgBackBottom", 3, 5}, {"lblOutputName", 2, 5},  {"txtOutput", 3, 5},
+                  {"cmdGetWorkspace", 5, 5}};
 }
 
 void frmLayerID::ArcApplication() {
@@ -183,16 +183,16 @@ void frmLayerID::lbxLayers_Click() {
 }
 
 void frmLayerID::CheckEnable() {
-  (*this)["cmdOK"].enabled = !checking_ && (*this)["lbxLayers"].listIndex >= 0 &&
-                             (*this)["lbxFields"].listIndex >= 0 && (*this)["lbxStandFields"].listIndex >= 0;
+  (*this)["cmdOK"].enabled = !checking_ && (*this)["lbxLayers"].listIndex >= 0 && (*this)["lbxFields"].listIndex >= 0 &&
+                             (*this)["lbxStandFields"].listIndex >= 0;
 }
 
 void frmLayerID::cmdGetWorkspace_Click() {
   std::string folder = ReturnDir((*this)["txtOutput"].text);
   if (folder.empty() || !ExistFileDir(folder)) folder = DocumentFolder(host_.document);
-  const auto chosen = host_.application.BrowseForSaveFile(
-      {"Save Waypoint File as:", "Trimble Waypoint Files (*.way)|*.way", WithSeparator(folder),
-       ReturnFilename((*this)["txtOutput"].text)});
+  const auto chosen =
+      host_.application.BrowseForSaveFile({"Save Waypoint File as:", "Trimble Waypoint Files (*.way)|*.way",
+                                           WithSeparator(folder), ReturnFilename((*this)["txtOutput"].text)});
   if (!chosen) return;
   // The file type chosen governs: a name without an extension gets ".way".
   std::string path = *chosen;
@@ -245,8 +245,8 @@ void frmLayerID::cmdOK_Click() {
   parameters.pointLayer = std::get<platform::FeatureLayer>(layer);
   if (auto refusal = CheckWaypointLayer(parameters.pointLayer)) return Refuse(app, *refusal);
 
-  const auto plotId = FindWaypointField(parameters.pointLayer, (*this)["lbxFields"].SelectedEntry(),
-                                        WaypointFieldRole::PlotID);
+  const auto plotId =
+      FindWaypointField(parameters.pointLayer, (*this)["lbxFields"].SelectedEntry(), WaypointFieldRole::PlotID);
   if (const auto* refusal = Refusal(plotId)) return Refuse(app, *refusal);
   parameters.plotIdField = std::get<platform::Field>(plotId);
   if (const Control& list = (*this)["lbxStandFields"]; list.listIndex > 0) {
@@ -274,7 +274,8 @@ void frmLayerID::cmdOK_Click() {
 
   if (auto refusal = CheckSpatialReference(parameters.pointLayer)) return Refuse(app, *refusal);
   host_.extension.ChoseToSkipGeoTransformation = false;
-  const auto choice = SelectGeoTransformationForRun(app, map, defaults_, parameters.pointLayer, CreateSpatialReferenceWGS84());
+  const auto choice =
+      SelectGeoTransformationForRun(app, map, defaults_, parameters.pointLayer, CreateSpatialReferenceWGS84());
   if (const auto* refusal = Refusal(choice)) return Refuse(app, *refusal);
   if (const auto& settled = std::get<TransformationChoice>(choice); settled.needed) {
     parameters.transformation = settled.transformation;
@@ -283,6 +284,5 @@ void frmLayerID::cmdOK_Click() {
 
   Accept(std::move(parameters));
 }
-
 
 }  // namespace tarnwick

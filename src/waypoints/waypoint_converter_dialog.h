@@ -24,7 +24,6 @@ class frmLayerID : public ModalToolDialogModel<WaypointParameters> {
   // ArcApplication). defaults: the session's default transformations.
   frmLayerID(HostArray host, TransformationDefaults& defaults);
 
-
  private:
   void AddControls();
   void ArcApplication();

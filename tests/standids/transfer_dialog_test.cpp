@@ -1,16 +1,15 @@
 // The Import Stand IDs dialog without a screen: its lists, its checks at OK
 // and a whole run from the dialog to the data on disk.
-#include "standids/transfer_stand_ids_dialog.h"
-
 #include <gtest/gtest.h>
 
 #include "platform/host/memory_map_document.h"
-#include "shell/extension.h"
 #include "shell/commands.h"
+#include "shell/extension.h"
 #include "shell/model_tool_dialog.h"
 #include "standids/stand_ids_command_driver.h"
 #include "standids/transfer_checks.h"
 #include "standids/transfer_fixtures.h"
+#include "standids/transfer_stand_ids_dialog.h"
 #include "testkit/fake_desktop.h"
 
 namespace tarnwick {
@@ -115,15 +114,16 @@ TEST(frmTransferStandIDs, ListsFollowTheLayersAndTheStandIdChoice) {
 TEST(CheckTransferStandIDChoices, RefusesInControlOrderWithTheDialogsTexts) {
   Inventory inv;
   auto bare = MakeClass(inv.store, "Bare", platform::GeometryType::Point, {}, {});
-  const TransferStandIDChoices good{Layer(inv.stands, "Stands"), "StandID", {"Age"}, Layer(inv.plots, "Plots"),
-                                    kClonePolygonFieldEntry};
+  const TransferStandIDChoices good{
+      Layer(inv.stands, "Stands"), "StandID", {"Age"}, Layer(inv.plots, "Plots"), kClonePolygonFieldEntry};
   struct Case {
     std::function<void(TransferStandIDChoices&)> change;
     std::string text;  // the start of the message
     std::string control;
   };
   const std::vector<Case> cases = {
-      {[&](auto& c) { c.standLayer = Layer(inv.plots, "Plots"); }, "The stand layer 'Plots' is not a polygon", "lbxLayers"},
+      {[&](auto& c) { c.standLayer = Layer(inv.plots, "Plots"); }, "The stand layer 'Plots' is not a polygon",
+       "lbxLayers"},
       {[](auto& c) { c.standIdField = kSelectFieldEntry; }, "Please select a Stand ID field!", "cbxStandID"},
       {[](auto& c) { c.standIdField = "Nope"; }, "The layer 'Stands' has no field 'Nope' (Stand ID).", "cbxStandID"},
       {[](auto& c) { c.additionalFields = {"standid"}; }, "The Stand ID field 'StandID' cannot be an additional",
@@ -196,10 +196,11 @@ TEST(clsTransferStandIDs, RunsFromTheDialogToTheDataOnDisk) {
 
   auto plots = platform::OpenFeatureLayer(inv.store + "|layername=Plots").featureClass;
   const Value none;
-  EXPECT_EQ(Column(*plots, "StandID"), (std::vector<Value>{Value{std::string("A-1")}, Value{std::string("A-1")},
-                                                           Value{std::string("B-2")}, Value{std::string("C-3")}, none}));
-  EXPECT_EQ(Column(*plots, "Age"), (std::vector<Value>{Value{std::int64_t{40}}, Value{std::int64_t{40}}, none,
-                                                       Value{std::int64_t{7}}, none}));
+  EXPECT_EQ(Column(*plots, "StandID"),
+            (std::vector<Value>{Value{std::string("A-1")}, Value{std::string("A-1")}, Value{std::string("B-2")},
+                                Value{std::string("C-3")}, none}));
+  EXPECT_EQ(Column(*plots, "Age"),
+            (std::vector<Value>{Value{std::int64_t{40}}, Value{std::int64_t{40}}, none, Value{std::int64_t{7}}, none}));
 
   frmTransferStandIDs cancelled(inv.Host(), inv.defaults);
   cancelled.Fire("cmdCancel", ControlEvent::Click);

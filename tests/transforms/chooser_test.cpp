@@ -1,7 +1,5 @@
 // The transformation chooser, the menu entry that stores its choice, and the
 // one search both stand on.
-#include "transforms/transform_chooser_dialog.h"
-
 #include <gtest/gtest.h>
 
 #include "fixtures.h"
@@ -11,6 +9,7 @@
 #include "transforms/selection_sequence.h"
 #include "transforms/transform_candidates.h"
 #include "transforms/transform_checks.h"
+#include "transforms/transform_chooser_dialog.h"
 #include "transforms/transformation_menu.h"
 
 namespace tarnwick {
@@ -35,7 +34,8 @@ TEST(frmTransform, ExplainsListsRanksAndSetsTheExtension) {
   frmTransform form(s.Host(), {plots, stands});
   EXPECT_EQ(form.caption, " Geographic Transformation:");
   const std::string& text = form["txtMessage"].text;
-  EXPECT_TRUE(Contains(text, R"(\b Plots\b0  is in \cf1 GCS_North_American_1983 \cf0 [\i Projection = NAD_1983_UTM_Zone_10N\i0 ])"))
+  EXPECT_TRUE(Contains(
+      text, R"(\b Plots\b0  is in \cf1 GCS_North_American_1983 \cf0 [\i Projection = NAD_1983_UTM_Zone_10N\i0 ])"))
       << text;
   EXPECT_TRUE(Contains(text, R"(\b Stands\b0  is in \cf1 GCS_North_American_1927 \cf0 [\i Projection = )"));
   EXPECT_TRUE(Contains(text, R"(between \b GCS_North_American_1983\b0  and \b GCS_North_American_1927\b0, sorted)"));
@@ -133,7 +133,9 @@ TEST(RunGeographicTransformationMenu, StoresTheChoiceWhereTheToolsFindItFirst) {
     }
     const auto& entries = dialog["lbxTransformations"].entries;
     for (size_t i = 0; i < entries.size(); ++i) {
-      if (entries[i].ends_with("]   NAD_1927_To_WGS_1984_4")) dialog.SetListIndex("lbxTransformations", static_cast<int>(i));
+      if (entries[i].ends_with("]   NAD_1927_To_WGS_1984_4")) {
+        dialog.SetListIndex("lbxTransformations", static_cast<int>(i));
+      }
     }
     dialog.Fire("cmdOK", ControlEvent::Click);
   };
@@ -189,16 +191,18 @@ TEST(ResolveNamedTransformation, ChecksTheNameTheSystemsAndTheDirection) {
   EXPECT_FALSE(std::get<NamedTransformation>(same).needed);
 
   const std::vector<std::pair<std::string, std::string>> refused = {
-      {"1243:reverse", "NAD_1927_To_NAD_1983_Alaska (EPSG:1243) joins these systems only in the FORWARD direction, "
-                       "not REVERSE."},
+      {"1243:reverse",
+       "NAD_1927_To_NAD_1983_Alaska (EPSG:1243) joins these systems only in the FORWARD direction, "
+       "not REVERSE."},
       {"No_Such_Thing", "No geographic transformation is named 'No_Such_Thing'."},
-      {"Tokyo_To_WGS_1984_1", "There appear to be problems with the geographic transformation you selected:\n"
-                              "  --> Transformation = 'Tokyo_To_WGS_1984_1'\n\n"
-                              "  1] This transformation does not appear to be designed for your layer "
-                              "'GCS_North_American_1927'\n    --> Coordinate System = GCS_North_American_1927\n"
-                              "  2] This transformation does not appear to be designed for your layer "
-                              "'GCS_North_American_1983' coordinate system!\n"
-                              "    --> Coordinate System = GCS_North_American_1983\n"},
+      {"Tokyo_To_WGS_1984_1",
+       "There appear to be problems with the geographic transformation you selected:\n"
+       "  --> Transformation = 'Tokyo_To_WGS_1984_1'\n\n"
+       "  1] This transformation does not appear to be designed for your layer "
+       "'GCS_North_American_1927'\n    --> Coordinate System = GCS_North_American_1927\n"
+       "  2] This transformation does not appear to be designed for your layer "
+       "'GCS_North_American_1983' coordinate system!\n"
+       "    --> Coordinate System = GCS_North_American_1983\n"},
   };
   for (const auto& [text, message] : refused) {
     const auto resolved = ResolveNamedTransformation(text, Epsg(4267), Epsg(4269));

@@ -1,8 +1,6 @@
 // The Waypoint Converter dialog without a screen: its lists and defaults, the
 // duplicate check at OK, the output file, and a run from the dialog to the
 // file on disk.
-#include "waypoints/waypoint_converter_dialog.h"
-
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -17,6 +15,7 @@
 #include "transforms/transform_search.h"
 #include "waypoints/waypoint_checks.h"
 #include "waypoints/waypoint_command_driver.h"
+#include "waypoints/waypoint_converter_dialog.h"
 
 namespace tarnwick {
 namespace {
@@ -71,14 +70,16 @@ struct Desk {
 
 TEST(frmLayerID, FieldListsPreselectByNameAndOptionsFollowTheSelection) {
   Desk desk;
-  desk.AddLayer("Survey", MakePoints(desk.store, "Survey", 26910,
-                                     {Field{"Plot_ID", "", FieldType::Integer}, Field{"Stand_Name", "", FieldType::String, 9},
-                                      Field{"DEM_Elev", "", FieldType::Double}, Field{"Shape_Area", "", FieldType::Double}},
-                                     {{Value{std::int64_t{1}}}, {Value{std::int64_t{2}}}}));
-  desk.AddLayer("Plots", MakePoints(desk.store, "Plots", 26910,
-                                    {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 9}},
-                                    Ids({1, 2, 3})),
-                {2});
+  desk.AddLayer("Survey",
+                MakePoints(desk.store, "Survey", 26910,
+                           {Field{"Plot_ID", "", FieldType::Integer}, Field{"Stand_Name", "", FieldType::String, 9},
+                            Field{"DEM_Elev", "", FieldType::Double}, Field{"Shape_Area", "", FieldType::Double}},
+                           {{Value{std::int64_t{1}}}, {Value{std::int64_t{2}}}}));
+  desk.AddLayer(
+      "Plots",
+      MakePoints(desk.store, "Plots", 26910,
+                 {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 9}}, Ids({1, 2, 3})),
+      {2});
   frmLayerID form(desk.Host(), desk.defaults);
   EXPECT_EQ(form.caption, " TNWK Solo Waypoint Converter:");
   EXPECT_EQ(form["lbxLayers"].entries, (Names{"Survey", "Plots"}));
@@ -110,8 +111,8 @@ TEST(frmLayerID, FieldListsPreselectByNameAndOptionsFollowTheSelection) {
 
 TEST(frmLayerID, DuplicatePlotIdsAreReportedAndKeepTheDialogOpen) {
   Desk desk;
-  auto points = MakePoints(desk.store, "Plots", 26910, {Field{"PlotID", "", FieldType::Integer}},
-                           Ids({7, 9, 7, 8, 9, 9}));
+  auto points =
+      MakePoints(desk.store, "Plots", 26910, {Field{"PlotID", "", FieldType::Integer}}, Ids({7, 9, 7, 8, 9, 9}));
   desk.AddLayer("Plots", points);
   desk.AddLayer("Empty", MakePoints(desk.store, "Empty", 26910, {Field{"PlotID", "", FieldType::Integer}}, {}));
   frmLayerID form(desk.Host(), desk.defaults);
@@ -165,8 +166,8 @@ TEST(frmLayerID, OutputPathBrowseAndChecks) {
   form.SetText("txtOutput", desk.dir / "nowhere/out");
   form.Fire("cmdOK", ControlEvent::Click);
   ASSERT_EQ(desk.app.boxes.size(), 1u);
-  EXPECT_EQ(desk.app.boxes[0].text, "The specified folder '" + (desk.dir / "nowhere") +
-                                        "' does not exist!  Please specify a valid workspace.");
+  EXPECT_EQ(desk.app.boxes[0].text,
+            "The specified folder '" + (desk.dir / "nowhere") + "' does not exist!  Please specify a valid workspace.");
   EXPECT_EQ(form["txtOutput"].backColor, kYellow);
   EXPECT_EQ(form.focus, "txtOutput");
 
@@ -206,9 +207,11 @@ TEST(frmLayerID, ALayerRemovedWhileOpenIsCaughtAtOk) {
 // transformation is taken, and the driver writes the file from what OK stored.
 TEST(cmdTNWKWPConverter, RunsFromTheDialogToTheFileOnDisk) {
   Desk desk;
-  desk.AddLayer("Plots", MakePoints(desk.store, "Plots", 26710,
-                                    {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 9}},
-                                    {{Value{std::int64_t{101}}, Value{std::string("A-17")}}, {Value{std::int64_t{102}}, Value{}}}));
+  desk.AddLayer(
+      "Plots",
+      MakePoints(desk.store, "Plots", 26710,
+                 {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 9}},
+                 {{Value{std::int64_t{101}}, Value{std::string("A-17")}}, {Value{std::int64_t{102}}, Value{}}}));
   const platform::GeoTransformation helmert{"NAD_1927_To_WGS_1984_4", 1173, "EPSG", 4267, 4326};
   bool error = false;
   std::string message;
