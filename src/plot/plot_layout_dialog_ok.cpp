@@ -7,7 +7,7 @@
 #include "platform/host/map_document.h"
 #include "plot/plot_layout_checks.h"
 #include "plot/plot_layout_dialog.h"
-#include "plot/plot_layout_histories.h"
+#include "shell/field_histories.h"
 #include "plot/plot_run.h"
 #include "shell/extension.h"
 #include "shell/sel_point_tool.h"

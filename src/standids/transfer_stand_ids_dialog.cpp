@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "shell/extension.h"
+#include "shell/field_histories.h"
 #include "standids/transfer_checks.h"
 #include "support/lookups.h"
 #include "support/text_operations.h"
@@ -142,18 +143,11 @@ void frmTransferStandIDs::ArcApplication() {
 }
 
 bool frmTransferStandIDs::TransferNameInStandIDHistory(const std::string& name) {
-  std::string& history = host_.extension.StandIDHistory;
-  if (history.empty()) history = "StandID,Stand_ID,ID";
-  for (const auto& entry : ParseString(history, ",")) {
-    if (EqualsIgnoreCase(entry, name)) return true;
-  }
-  return false;
+  return NameInHistory(host_.extension, FieldHistory::StandID, name);
 }
 
 void frmTransferStandIDs::TransferAddFieldNameToStandIDHistory(const std::string& name) {
-  const std::string trimmed = TrimBlanks(name);
-  if (trimmed.empty() || TransferNameInStandIDHistory(trimmed)) return;
-  host_.extension.StandIDHistory += "," + trimmed;
+  AddFieldNameToHistory(host_.extension, FieldHistory::StandID, name);
 }
 
 void frmTransferStandIDs::RefillAdditionalFields(const std::vector<std::string>& names) {

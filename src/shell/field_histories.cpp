@@ -1,4 +1,4 @@
-#include "plot/plot_layout_histories.h"
+#include "shell/field_histories.h"
 
 #include <string>
 

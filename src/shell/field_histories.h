@@ -1,5 +1,5 @@
 #pragma once
-// The six lists of field names the Plot Layout dialog has learnt, kept in
+// The six lists of field names the tools' dialogs have learnt, kept in
 // the extension as comma-separated texts: a field whose name (or alias) is
 // in a list is the dialog's first guess for that role. An empty list is
 // filled with its built-in names the first time it is looked at.
