@@ -17,6 +17,8 @@ enum ErrorNumber : long {
   kErrObjectNotSet = 91,
   kErrInvalidUseOfNull = 94,
   kErrPlatform = 1000,  // GDAL/OGR, GEOS or PROJ reported a failure
+  kErrDatasetInUse = 1001,  // another run holds the dataset's lock
+  kErrDamagedData = 1002,   // a dataset cannot be read as it claims to be
 };
 
 class PlatformError : public std::runtime_error {
@@ -29,6 +31,14 @@ class PlatformError : public std::runtime_error {
  private:
   long number_;
   std::string source_;
+};
+
+// The user asked the run to stop (Ctrl-C, or the system ending the program).
+// It is not an error of the run: the error road lets it pass unchanged, and
+// the edit session it unwinds through rolls back.
+class RunInterrupted : public std::runtime_error {
+ public:
+  RunInterrupted() : std::runtime_error("The run was interrupted") {}
 };
 
 }  // namespace tarnwick::platform

@@ -61,15 +61,35 @@ OgrFeatureClass::OgrFeatureClass(std::shared_ptr<OgrWorkspace> workspace, OGRLay
   ReadFields();
 }
 
+OGRLayer& OgrFeatureClass::Layer() const {
+  if (layer_ == nullptr) {
+    throw PlatformError(kErrObjectNotSet, kSource,
+                        "The feature class '" + name_ + "' no longer exists (it was made in an edit that was not saved)");
+  }
+  return *layer_;
+}
+
+void OgrFeatureClass::Rebind(OGRLayer* layer, bool staged) {
+  layer_ = layer;
+  staged_ = layer != nullptr && staged;
+  if (layer_ == nullptr) return;
+  spatialReference_ = FromOgr(layer_->GetSpatialRef());
+  ReadFields();
+}
+
+std::string OgrFeatureClass::StorageFullPath() const {
+  return workspace_->StorageFolder(name_) + "/" + name_ + ".shp";
+}
+
 void OgrFeatureClass::ReadFields() {
   fields_.clear();
-  std::string oid = layer_->GetFIDColumn();
+  std::string oid = Layer().GetFIDColumn();
   if (oid.empty()) oid = "FID";
-  std::string shape = layer_->GetGeometryColumn();
+  std::string shape = Layer().GetGeometryColumn();
   if (shape.empty()) shape = "Shape";
   fields_.push_back(Field{oid, oid, FieldType::OID, 0, 0, 0, false});
   fields_.push_back(Field{shape, shape, FieldType::Geometry, 0, 0, 0, true});
-  OGRFeatureDefn* defn = layer_->GetLayerDefn();
+  OGRFeatureDefn* defn = Layer().GetLayerDefn();
   for (int i = 0; i < defn->GetFieldCount(); ++i) fields_.push_back(FieldFromOgr(*defn->GetFieldDefn(i), workspace_->Kind()));
 }
 
@@ -81,16 +101,17 @@ std::string OgrFeatureClass::FullPath() const {
 
 void OgrFeatureClass::AddField(const Field& field) {
   workspace_->RequireWritable("add field '" + field.name + "' to '" + name_ + "'");
+  workspace_->PrepareToWrite(*this);
   QuietGdalErrors quiet;
   auto defn = OgrFromField(field, workspace_->Kind());
-  if (layer_->CreateField(defn.get()) != OGRERR_NONE) {
+  if (Layer().CreateField(defn.get()) != OGRERR_NONE) {
     ThrowGdalError(kSource, "Cannot add field '" + field.name + "' to '" + name_ + "'");
   }
   ReadFields();
 }
 
 GeometryType OgrFeatureClass::ShapeType() const {
-  switch (wkbFlatten(layer_->GetGeomType())) {
+  switch (wkbFlatten(Layer().GetGeomType())) {
     case wkbPoint: return GeometryType::Point;
     case wkbMultiPoint: return GeometryType::Multipoint;
     case wkbLineString:
@@ -101,33 +122,33 @@ GeometryType OgrFeatureClass::ShapeType() const {
   }
 }
 
-bool OgrFeatureClass::HasZ() const { return OGR_GT_HasZ(layer_->GetGeomType()) != FALSE; }
-bool OgrFeatureClass::HasM() const { return OGR_GT_HasM(layer_->GetGeomType()) != FALSE; }
+bool OgrFeatureClass::HasZ() const { return OGR_GT_HasZ(Layer().GetGeomType()) != FALSE; }
+bool OgrFeatureClass::HasM() const { return OGR_GT_HasM(Layer().GetGeomType()) != FALSE; }
 
 Envelope OgrFeatureClass::Extent() {
   QuietGdalErrors quiet;
   ApplyFilter("");
   OGREnvelope e;
-  if (layer_->GetFeatureCount(TRUE) == 0 || layer_->GetExtent(&e, TRUE) != OGRERR_NONE) return Envelope{};
+  if (Layer().GetFeatureCount(TRUE) == 0 || Layer().GetExtent(&e, TRUE) != OGRERR_NONE) return Envelope{};
   return {e.MinX, e.MinY, e.MaxX, e.MaxY, false};
 }
 
 void OgrFeatureClass::ApplyFilter(const std::string& where) {
   QuietGdalErrors quiet;
-  layer_->SetSpatialFilter(nullptr);
-  if (layer_->SetAttributeFilter(where.empty() ? nullptr : where.c_str()) != OGRERR_NONE) {
+  Layer().SetSpatialFilter(nullptr);
+  if (Layer().SetAttributeFilter(where.empty() ? nullptr : where.c_str()) != OGRERR_NONE) {
     std::string message = WithGdalReason("Invalid where clause '" + where + "' on '" + name_ + "'");
-    layer_->SetAttributeFilter(nullptr);
+    Layer().SetAttributeFilter(nullptr);
     throw PlatformError(kErrPlatform, kSource, message);
   }
-  layer_->ResetReading();
+  Layer().ResetReading();
 }
 
 std::int64_t OgrFeatureClass::FeatureCount(const std::string& where) {
   ApplyFilter(where);
   QuietGdalErrors quiet;
-  const GIntBig count = layer_->GetFeatureCount(TRUE);
-  if (!where.empty()) layer_->SetAttributeFilter(nullptr);
+  const GIntBig count = Layer().GetFeatureCount(TRUE);
+  if (!where.empty()) Layer().SetAttributeFilter(nullptr);
   ThrowIfReadFailed(where);
   return count;
 }
@@ -136,8 +157,8 @@ std::vector<std::int64_t> OgrFeatureClass::Select(const std::string& where) {
   ApplyFilter(where);
   QuietGdalErrors quiet;
   std::vector<std::int64_t> oids;
-  for (auto& feature : *layer_) oids.push_back(feature->GetFID());
-  if (!where.empty()) layer_->SetAttributeFilter(nullptr);
+  for (auto& feature : Layer()) oids.push_back(feature->GetFID());
+  if (!where.empty()) Layer().SetAttributeFilter(nullptr);
   ThrowIfReadFailed(where);
   return oids;
 }
@@ -205,7 +226,7 @@ void OgrFeatureClass::FromFeature(const Feature& source, OGRFeature& target) con
     return;
   }
   OGRGeometry* copy = shape->clone();
-  const OGRwkbGeometryType layerType = layer_->GetGeomType();
+  const OGRwkbGeometryType layerType = Layer().GetGeomType();
   if (layerType != wkbUnknown && layerType != wkbNone && copy->getGeometryType() != layerType) {
     copy = OGRGeometryFactory::forceTo(copy, layerType);
   }

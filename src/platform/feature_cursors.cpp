@@ -1,13 +1,16 @@
 // Search, insert and update cursors on an OGR layer.
 //
-// Writes go inside a transaction where the store has one (GeoPackage). The
-// tools flush often (every hundred features and after every stand), and a
-// commit, or a file geodatabase's write of its index and header, costs far
-// more than a feature, so Flush commits once enough features have gathered
-// and the cursor commits the rest when it ends. Readers in this process see
-// the edits at once either way: a GeoPackage's workspaces share one
-// connection, and a file geodatabase writes each feature to its files. A
-// shapefile's header and index are cheap to write, so every Flush writes them.
+// Inside an edit session the session owns every write (see workspace.h).
+// A writing cursor outside one keeps a transaction of its own where the
+// store has them (GeoPackage): Flush commits it and the cursor's end rolls
+// back what came after the last Flush. A shapefile's or geodatabase's Flush
+// writes the layer's header and index there.
+//
+// Reading checks what it reads: a feature that GDAL could not read fails
+// with GDAL's reason, and so does a reading of the whole class that ends
+// before the count the store announces. (Files that disagree with one
+// another without GDAL noticing, such as a .dbf cut short, are found by
+// FindDatasetDamage, which the front ends ask of every layer they open.)
 #include "platform/errors.h"
 #include "platform/internal/ogr_errors.h"
 #include "platform/internal/ogr_workspace.h"
@@ -17,18 +20,19 @@ namespace tarnwick::platform::internal {
 namespace {
 
 constexpr const char* kSource = "FeatureCursor";
-constexpr int kFeaturesPerCommit = 10000;
 
-// A transaction on the workspace's dataset, opened on first use.
-class LazyTransaction {
+// The transaction of a writing cursor outside an edit session, opened on
+// first use where the store has transactions.
+class CursorTransaction {
  public:
-  explicit LazyTransaction(GDALDataset& dataset)
-      : dataset_(dataset), supported_(dataset.TestCapability(ODsCTransactions) != FALSE) {}
-  ~LazyTransaction() {
-    if (open_) dataset_.CommitTransaction();
+  explicit CursorTransaction(OgrWorkspace& store)
+      : dataset_(store.Dataset()),
+        supported_(!store.IsBeingEdited() && store.Dataset().TestCapability(ODsCTransactions) != FALSE) {}
+  ~CursorTransaction() {
+    if (open_) dataset_.RollbackTransaction();
   }
-  LazyTransaction(const LazyTransaction&) = delete;
-  LazyTransaction& operator=(const LazyTransaction&) = delete;
+  CursorTransaction(const CursorTransaction&) = delete;
+  CursorTransaction& operator=(const CursorTransaction&) = delete;
 
   void Begin() {
     if (supported_ && !open_) open_ = dataset_.StartTransaction() == OGRERR_NONE;
@@ -36,7 +40,11 @@ class LazyTransaction {
   void Commit(const std::string& className) {
     if (!open_) return;
     open_ = false;
-    if (dataset_.CommitTransaction() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot save the edits to '" + className + "'");
+    if (dataset_.CommitTransaction() != OGRERR_NONE) {
+      const std::string message = WithGdalReason("Cannot save the edits to '" + className + "'");
+      dataset_.RollbackTransaction();
+      throw PlatformError(kErrPlatform, kSource, message);
+    }
   }
 
  private:
@@ -45,41 +53,59 @@ class LazyTransaction {
   bool open_ = false;
 };
 
-int FeaturesPerCommit(const OgrFeatureClass& featureClass) {
-  return featureClass.Store().Kind() == WorkspaceKind::ShapefileFolder ? 1 : kFeaturesPerCommit;
-}
-
-// Commits and writes what the layer still holds in memory (a shapefile's or
-// file geodatabase's header and index), so that other programs see the edits.
-void Commit(LazyTransaction& transaction, OgrFeatureClass& featureClass) {
+// What Flush does for a writing cursor.
+void Flush(CursorTransaction& transaction, OgrFeatureClass& featureClass) {
+  if (featureClass.Store().IsBeingEdited()) return;
   QuietGdalErrors quiet;
   transaction.Commit(featureClass.Name());
   if (featureClass.Layer().SyncToDisk() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot write '" + featureClass.Name() + "'");
 }
 
+[[noreturn]] void ThrowDamaged(const std::string& what) { throw PlatformError(kErrDamagedData, kSource, what); }
+
+// Fails when GDAL reported a failure while reading the feature just read.
+void CheckFeatureRead(const OgrFeatureClass& featureClass, const OGRFeature& feature) {
+  if (CPLGetLastErrorType() < CE_Failure) return;
+  const std::string reason = CPLGetLastErrorMsg();
+  CPLErrorReset();
+  ThrowDamaged("Feature " + std::to_string(feature.GetFID()) + " of '" + featureClass.FullPath() +
+               "' cannot be read: " + reason);
+}
+
+// Reads features in the layer's order; a reading of the whole class checks
+// that it got as many as the store announces.
 class OgrSearchCursor final : public FeatureCursor {
  public:
   OgrSearchCursor(std::shared_ptr<OgrFeatureClass> featureClass, const std::string& where)
-      : class_(std::move(featureClass)) {
+      : class_(std::move(featureClass)), where_(where) {
     class_->ApplyFilter(where);
-    where_ = where;
+    QuietGdalErrors quiet;
+    if (where.empty()) announced_ = class_->Layer().GetFeatureCount(FALSE);
   }
   ~OgrSearchCursor() override {
-    if (!where_.empty()) class_->Layer().SetAttributeFilter(nullptr);
+    if (OGRLayer* layer = class_->LayerIfAny(); layer && !where_.empty()) layer->SetAttributeFilter(nullptr);
   }
   std::optional<Feature> NextFeature() override {
     QuietGdalErrors quiet;
     OGRFeatureUniquePtr feature(class_->Layer().GetNextFeature());
     if (!feature) {
       class_->ThrowIfReadFailed(where_);
+      if (announced_ >= 0 && read_ != announced_) {
+        ThrowDamaged("'" + class_->FullPath() + "' announces " + std::to_string(announced_) +
+                     " features, but only " + std::to_string(read_) + " can be read");
+      }
       return std::nullopt;
     }
+    CheckFeatureRead(*class_, *feature);
+    ++read_;
     return class_->ToFeature(*feature);
   }
 
  private:
   std::shared_ptr<OgrFeatureClass> class_;
   std::string where_;
+  std::int64_t announced_ = -1;  // unknown, or a filtered reading
+  std::int64_t read_ = 0;
 };
 
 class OgrOidCursor final : public FeatureCursor {
@@ -90,7 +116,15 @@ class OgrOidCursor final : public FeatureCursor {
     QuietGdalErrors quiet;
     while (next_ < oids_.size()) {
       OGRFeatureUniquePtr feature(class_->Layer().GetFeature(oids_[next_++]));
-      if (feature) return class_->ToFeature(*feature);
+      if (!feature) {
+        if (CPLGetLastErrorType() >= CE_Failure) {
+          ThrowDamaged(WithGdalReason("Feature " + std::to_string(oids_[next_ - 1]) + " of '" + class_->FullPath() +
+                                      "' cannot be read"));
+        }
+        continue;
+      }
+      CheckFeatureRead(*class_, *feature);
+      return class_->ToFeature(*feature);
     }
     return std::nullopt;
   }
@@ -101,19 +135,19 @@ class OgrOidCursor final : public FeatureCursor {
   std::size_t next_ = 0;
 };
 
+// Moves the class onto its edit copy where the session has one, and opens
+// the cursor's transaction outside a session.
+OgrFeatureClass& ReadyToWrite(OgrFeatureClass& featureClass, const std::string& what) {
+  featureClass.Store().RequireWritable(what);
+  featureClass.Store().PrepareToWrite(featureClass);
+  return featureClass;
+}
+
 class OgrInsertCursor final : public InsertCursor {
  public:
   explicit OgrInsertCursor(std::shared_ptr<OgrFeatureClass> featureClass)
-      : class_(std::move(featureClass)), transaction_(class_->Store().Dataset()) {
-    class_->Store().RequireWritable("write to '" + class_->Name() + "'");
-  }
-  ~OgrInsertCursor() override {
-    try {
-      if (written_ > 0) Commit(transaction_, *class_);
-    } catch (...) {
-      // A destructor cannot report; callers who need to know call Flush.
-    }
-  }
+      : class_(std::move(featureClass)),
+        transaction_(ReadyToWrite(*class_, "write to '" + class_->Name() + "'").Store()) {}
   Feature CreateFeatureBuffer() override {
     Feature buffer;
     buffer.values.resize(class_->Fields().size());
@@ -122,41 +156,31 @@ class OgrInsertCursor final : public InsertCursor {
   std::int64_t InsertFeature(const Feature& buffer) override {
     QuietGdalErrors quiet;
     transaction_.Begin();
-    OGRFeature feature(class_->Layer().GetLayerDefn());
+    OGRLayer& layer = class_->Layer();
+    OGRFeature feature(layer.GetLayerDefn());
     class_->FromFeature(buffer, feature);
-    if (class_->Layer().CreateFeature(&feature) != OGRERR_NONE) {
+    if (layer.CreateFeature(&feature) != OGRERR_NONE) {
       ThrowGdalError(kSource, "Cannot insert a feature into '" + class_->Name() + "'");
     }
-    ++written_;
     return feature.GetFID();
   }
-  void Flush() override {
-    if (written_ < FeaturesPerCommit(*class_)) return;
-    written_ = 0;
-    Commit(transaction_, *class_);
-  }
+  void Flush() override { internal::Flush(transaction_, *class_); }
 
  private:
   std::shared_ptr<OgrFeatureClass> class_;
-  LazyTransaction transaction_;
-  int written_ = 0;  // since the last commit
+  CursorTransaction transaction_;
 };
 
 class OgrUpdateCursor final : public UpdateCursor {
  public:
   OgrUpdateCursor(std::shared_ptr<OgrFeatureClass> featureClass, const std::string& where)
-      : class_(std::move(featureClass)), transaction_(class_->Store().Dataset()) {
-    class_->Store().RequireWritable("update '" + class_->Name() + "'");
+      : class_(std::move(featureClass)),
+        transaction_(ReadyToWrite(*class_, "update '" + class_->Name() + "'").Store()) {
     class_->ApplyFilter(where);
     where_ = where;
   }
   ~OgrUpdateCursor() override {
-    try {
-      if (written_ > 0) Commit(transaction_, *class_);
-    } catch (...) {
-      // A destructor cannot report; callers who need to know call Flush.
-    }
-    if (!where_.empty()) class_->Layer().SetAttributeFilter(nullptr);
+    if (OGRLayer* layer = class_->LayerIfAny(); layer && !where_.empty()) layer->SetAttributeFilter(nullptr);
   }
   std::optional<Feature> NextFeature() override {
     QuietGdalErrors quiet;
@@ -165,6 +189,7 @@ class OgrUpdateCursor final : public UpdateCursor {
       class_->ThrowIfReadFailed(where_);
       return std::nullopt;
     }
+    CheckFeatureRead(*class_, *current_);
     return class_->ToFeature(*current_);
   }
   void UpdateFeature(const Feature& feature) override {
@@ -175,20 +200,14 @@ class OgrUpdateCursor final : public UpdateCursor {
     if (class_->Layer().SetFeature(current_.get()) != OGRERR_NONE) {
       ThrowGdalError(kSource, "Cannot update feature " + std::to_string(current_->GetFID()) + " of '" + class_->Name() + "'");
     }
-    ++written_;
   }
-  void Flush() override {
-    if (written_ < FeaturesPerCommit(*class_)) return;
-    written_ = 0;
-    Commit(transaction_, *class_);
-  }
+  void Flush() override { internal::Flush(transaction_, *class_); }
 
  private:
   std::shared_ptr<OgrFeatureClass> class_;
-  LazyTransaction transaction_;
+  CursorTransaction transaction_;
   OGRFeatureUniquePtr current_;
   std::string where_;
-  int written_ = 0;  // since the last commit
 };
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include <sstream>
 
 #include "platform/errors.h"
+#include "platform/file_replace.h"
 #include "platform/internal/gpkg_metadata.h"
 #include "platform/internal/ogr_errors.h"
 #include "platform/internal/ogr_workspace.h"
@@ -54,10 +55,18 @@ bool InGeoPackageLayer(FeatureClass& dataset) {
   return dataset.GetWorkspace()->Kind() == WorkspaceKind::GeoPackage && OgrClass(dataset) != nullptr;
 }
 
+// The class's .shp where it lies now: in an edit session's copy while a
+// shapefile session writes it.
+std::string ShapefilePath(FeatureClass& dataset) {
+  if (auto* ogr = OgrClass(dataset)) return ogr->StorageFullPath();
+  return dataset.FullPath();
+}
+
 // The sidecar file of a shapefile or a geodatabase class (or of any class
 // whose layer cannot be reached).
 std::string SidecarPath(FeatureClass& dataset) {
   const auto workspace = dataset.GetWorkspace();
+  if (workspace->Kind() == WorkspaceKind::ShapefileFolder) return ShapefilePath(dataset) + ".xml";
   return MetadataSidecarPath(workspace->Kind(), workspace->PathName(), dataset.Name());
 }
 
@@ -73,13 +82,18 @@ std::optional<std::string> ReadFile(const std::string& path) {
   return text.str();
 }
 
-void WriteFile(const std::string& path, const std::string& xml) {
-  errno = 0;
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out << xml;
-  out.close();
-  if (!out) {
-    throw PlatformError(kErrPermissionDenied, kSource, "Cannot write the metadata document '" + path + "': " + Reason());
+// A sidecar belongs to the data: a shapefile's is written with its
+// session's copy, a geodatabase's when its session is saved.
+void WriteSidecar(FeatureClass& dataset, const std::string& path, const std::string& xml) {
+  try {
+    auto* ogr = OgrClass(dataset);
+    if (ogr != nullptr && dataset.GetWorkspace()->Kind() != WorkspaceKind::ShapefileFolder) {
+      ogr->Store().WriteDataFile(path, xml);
+    } else {
+      ReplaceFile(path, {xml});
+    }
+  } catch (const PlatformError& e) {
+    throw PlatformError(kErrPermissionDenied, kSource, std::string("Cannot write the metadata document: ") + e.what());
   }
 }
 
@@ -142,7 +156,7 @@ bool MetadataStore::CanEdit() const {
   if (auto* ogr = OgrClass(dataset_); ogr != nullptr && ogr->Store().ReadOnly()) return false;
   switch (workspace->Kind()) {
     case WorkspaceKind::ShapefileFolder:
-      return IsWritable(workspace->PathName()) && IsWritable(dataset_.FullPath()) &&
+      return IsWritable(workspace->PathName()) && IsWritable(ShapefilePath(dataset_)) &&
              WritableIfPresent(SidecarPath(dataset_));
     case WorkspaceKind::GeoPackage:
       // SQLite keeps its journal beside the file, so the folder must take writes too.
@@ -160,12 +174,14 @@ void MetadataStore::Write(const std::string& xml) const {
     throw PlatformError(kErrPermissionDenied, kSource,
                         "Cannot write the metadata document '" + Location() + "': the dataset is read-only");
   }
+  internal::OgrFeatureClass* ogr = OgrClass(dataset_);
+  if (ogr != nullptr) ogr->Store().PrepareToWrite(*ogr);
   if (!InGeoPackageLayer(dataset_)) {
-    WriteFile(SidecarPath(dataset_), xml);
+    WriteSidecar(dataset_, SidecarPath(dataset_), xml);
     return;
   }
   try {
-    internal::WriteGeoPackageDocument(OgrClass(dataset_)->Store().Dataset(), dataset_.Name(), xml);
+    internal::WriteGeoPackageDocument(ogr->Store().Dataset(), dataset_.Name(), xml);
   } catch (const PlatformError& e) {
     throw PlatformError(e.Number(), kSource, "Cannot write the metadata document '" + Location() + "': " + e.what());
   }

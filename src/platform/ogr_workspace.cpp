@@ -1,8 +1,10 @@
-// The OGR dataset behind a workspace: its classes, and creating and deleting them.
+// The OGR dataset behind a workspace: its classes, creating and deleting
+// them, and its edit sessions.
 #include "platform/internal/ogr_workspace.h"
 
 #include <cpl_string.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "platform/errors.h"
@@ -38,6 +40,14 @@ OGRwkbGeometryType OgrGeometryType(const Workspace::NewFeatureClass& newClass, W
   return OGR_GT_SetModifier(type, newClass.hasZ ? TRUE : FALSE, newClass.hasM ? TRUE : FALSE);
 }
 
+OGRLayer* LayerNamed(GDALDataset& dataset, const std::string& name) {
+  for (int i = 0; i < dataset.GetLayerCount(); ++i) {
+    OGRLayer* layer = dataset.GetLayer(i);
+    if (EQUAL(layer->GetName(), name.c_str())) return layer;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 OgrWorkspace::OgrWorkspace(WorkspaceKind kind, std::string path, GDALDatasetUniquePtr dataset, bool readOnly)
@@ -52,18 +62,29 @@ void OgrWorkspace::RequireWritable(const std::string& what) const {
 
 OGRLayer* OgrWorkspace::FindLayer(const std::string& rawName) {
   const std::string name = kind_ == WorkspaceKind::ShapefileFolder ? WithoutShpExtension(rawName) : rawName;
-  for (int i = 0; i < dataset_->GetLayerCount(); ++i) {
-    OGRLayer* layer = dataset_->GetLayer(i);
-    if (EQUAL(layer->GetName(), name.c_str())) return layer;
+  if (staging_) {
+    if (OGRLayer* staged = staging_->Find(name)) return staged;
+    if (staging_->Deletes(name)) return nullptr;
   }
-  return nullptr;
+  return LayerNamed(*dataset_, name);
+}
+
+std::shared_ptr<OgrFeatureClass> OgrWorkspace::Track(OGRLayer* layer, bool staged) {
+  auto featureClass = std::make_shared<OgrFeatureClass>(shared_from_this(), layer);
+  if (staged) featureClass->Rebind(layer, true);
+  std::erase_if(classes_, [](const std::weak_ptr<OgrFeatureClass>& c) { return c.expired(); });
+  classes_.push_back(featureClass);
+  return featureClass;
 }
 
 bool OgrWorkspace::NameExists(const std::string& name) { return FindLayer(name) != nullptr; }
 
 std::vector<std::string> OgrWorkspace::FeatureClassNames() {
   std::vector<std::string> names;
-  for (int i = 0; i < dataset_->GetLayerCount(); ++i) names.emplace_back(dataset_->GetLayer(i)->GetName());
+  for (int i = 0; i < dataset_->GetLayerCount(); ++i) {
+    const std::string name = dataset_->GetLayer(i)->GetName();
+    if (FindLayer(name) != nullptr) names.push_back(name);
+  }
   return names;
 }
 
@@ -72,7 +93,7 @@ std::shared_ptr<FeatureClass> OgrWorkspace::OpenFeatureClass(const std::string& 
   if (layer == nullptr) {
     throw PlatformError(kErrPlatform, kSource, "Feature class '" + name + "' not found in '" + path_ + "'");
   }
-  return std::make_shared<OgrFeatureClass>(shared_from_this(), layer);
+  return Track(layer, staging_ && staging_->Find(layer->GetName()) == layer);
 }
 
 std::shared_ptr<FeatureClass> OgrWorkspace::CreateFeatureClass(const NewFeatureClass& newClass) {
@@ -87,8 +108,10 @@ std::shared_ptr<FeatureClass> OgrWorkspace::CreateFeatureClass(const NewFeatureC
     if (!newClass.oidFieldName.empty()) options.SetNameValue("FID", newClass.oidFieldName.c_str());
     if (!newClass.shapeFieldName.empty()) options.SetNameValue("GEOMETRY_NAME", newClass.shapeFieldName.c_str());
   }
+  // In a shapefile session the new class is made in a staged folder of its own.
+  GDALDataset& target = staging_ ? staging_->NewClassFolder(newClass.name) : *dataset_;
   const std::unique_ptr<OGRSpatialReference> srs = CopyOgr(newClass.spatialReference);
-  OGRLayer* layer = dataset_->CreateLayer(newClass.name.c_str(), srs.get(), OgrGeometryType(newClass, kind_), options.List());
+  OGRLayer* layer = target.CreateLayer(newClass.name.c_str(), srs.get(), OgrGeometryType(newClass, kind_), options.List());
   if (layer == nullptr) ThrowGdalError(kSource, "Cannot create feature class '" + newClass.name + "' in '" + path_ + "'");
   for (const Field& field : newClass.fields) {
     auto defn = OgrFromField(field, kind_);
@@ -97,14 +120,19 @@ std::shared_ptr<FeatureClass> OgrWorkspace::CreateFeatureClass(const NewFeatureC
     }
   }
   if (layer->SyncToDisk() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot write feature class '" + newClass.name + "'");
-  return std::make_shared<OgrFeatureClass>(shared_from_this(), layer);
+  return Track(layer, staging_ != nullptr);
 }
 
 void OgrWorkspace::DeleteFeatureClass(const std::string& name) {
   RequireWritable("delete feature class '" + name + "'");
   QuietGdalErrors quiet;
+  if (FindLayer(name) == nullptr) return;
+  if (staging_) {
+    // The old files go only when the session is saved.
+    staging_->Delete(WithoutShpExtension(name));
+    return;
+  }
   OGRLayer* layer = FindLayer(name);
-  if (layer == nullptr) return;
   const std::string className = layer->GetName();
   for (int i = 0; i < dataset_->GetLayerCount(); ++i) {
     if (dataset_->GetLayer(i) == layer) {
@@ -120,12 +148,125 @@ void OgrWorkspace::DeleteFeatureClass(const std::string& name) {
     DeleteGeoPackageDocuments(*dataset_, className);
     return;
   }
-  std::error_code ec;
-  std::filesystem::remove(MetadataSidecarPath(kind_, path_, className), ec);
-  if (ec) {
-    throw PlatformError(kErrPermissionDenied, kSource,
-                        "Cannot delete the metadata document of '" + name + "': " + ec.message());
+  RemoveDataFile(MetadataSidecarPath(kind_, path_, className));
+}
+
+void OgrWorkspace::StartEditing() {
+  RequireWritable("edit");
+  if (editing_) throw PlatformError(kErrPlatform, kSource, "'" + path_ + "' is already being edited");
+  QuietGdalErrors quiet;
+  if (kind_ == WorkspaceKind::ShapefileFolder) {
+    staging_ = std::make_unique<ShapefileStaging>(path_);
+  } else if (dataset_->StartTransaction(kind_ == WorkspaceKind::FileGeodatabase ? TRUE : FALSE) != OGRERR_NONE) {
+    // A file geodatabase refuses when a run that ended without cleaning up
+    // left its backup behind; GDAL's reason says how to recover.
+    ThrowGdalError(kSource, "Cannot start editing '" + path_ + "'");
   }
+  editing_ = true;
+}
+
+void OgrWorkspace::StopEditing(bool saveEdits) {
+  if (!editing_) return;
+  if (!saveEdits) {
+    Discard();
+    return;
+  }
+  QuietGdalErrors quiet;
+  try {
+    if (staging_) {
+      staging_->Commit();
+    } else {
+      if (kind_ == WorkspaceKind::FileGeodatabase) {
+        for (int i = 0; i < dataset_->GetLayerCount(); ++i) {
+          if (dataset_->GetLayer(i)->SyncToDisk() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot save the edits to '" + path_ + "'");
+        }
+      }
+      if (dataset_->CommitTransaction() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot save the edits to '" + path_ + "'");
+    }
+  } catch (...) {
+    Discard();
+    throw;
+  }
+  editing_ = false;
+  for (StagedFile& file : waitingFiles_) file.Publish();
+  waitingFiles_.clear();
+  for (const std::string& path : filesToRemove_) RemoveNow(path);
+  filesToRemove_.clear();
+  if (staging_) {
+    staging_.reset();
+    Reopen();
+  }
+}
+
+void OgrWorkspace::Discard() {
+  QuietGdalErrors quiet;
+  editing_ = false;
+  waitingFiles_.clear();
+  filesToRemove_.clear();
+  if (staging_) {
+    staging_.reset();
+    for (const auto& weak : classes_) {
+      if (auto featureClass = weak.lock(); featureClass && featureClass->Staged()) {
+        featureClass->Rebind(LayerNamed(*dataset_, featureClass->Name()), false);
+      }
+    }
+    return;
+  }
+  // SQLite removes its journal as it rolls back; a file geodatabase puts its
+  // backed-up tables back. GDAL's own picture of the layers may then be
+  // out of date, so a geodatabase, which has a connection of its own, is
+  // read afresh.
+  dataset_->RollbackTransaction();
+  if (kind_ == WorkspaceKind::FileGeodatabase) Reopen();
+}
+
+void OgrWorkspace::Reopen() {
+  QuietGdalErrors quiet;
+  for (const auto& weak : classes_) {
+    if (auto featureClass = weak.lock()) featureClass->Rebind(nullptr, false);
+  }
+  dataset_.reset();
+  dataset_ = OpenOgrDataset(path_, kind_, !readOnly_);
+  if (!dataset_) ThrowGdalError(kSource, "Cannot open workspace '" + path_ + "' again");
+  for (const auto& weak : classes_) {
+    if (auto featureClass = weak.lock()) featureClass->Rebind(LayerNamed(*dataset_, featureClass->Name()), false);
+  }
+}
+
+void OgrWorkspace::PrepareToWrite(OgrFeatureClass& featureClass) {
+  if (!staging_ || featureClass.Staged()) return;
+  featureClass.Rebind(staging_->CopyIn(featureClass.Name()), true);
+}
+
+std::string OgrWorkspace::StorageFolder(const std::string& className) const {
+  if (staging_) {
+    if (std::string folder = staging_->FolderOf(className); !folder.empty()) return folder;
+  }
+  return path_;
+}
+
+void OgrWorkspace::WriteDataFile(const std::string& path, const std::string& content) {
+  std::erase(filesToRemove_, path);
+  if (editing_) {
+    waitingFiles_.push_back(StagedFile(path, {content}));
+  } else {
+    ReplaceFile(path, {content});
+  }
+}
+
+void OgrWorkspace::RemoveDataFile(const std::string& path) {
+  std::erase_if(waitingFiles_, [&](const StagedFile& file) { return file.Path() == path; });
+  if (editing_) {
+    filesToRemove_.push_back(path);
+    return;
+  }
+  RemoveNow(path);
+}
+
+void OgrWorkspace::RemoveNow(const std::string& path) {
+  std::error_code ec;
+  std::filesystem::remove(path, ec);
+  if (ec) throw PlatformError(kErrPermissionDenied, kSource, "Cannot delete '" + path + "': " + ec.message());
 }
 
 }  // namespace tarnwick::platform::internal

@@ -67,7 +67,24 @@ void RegisterDrivers() {
   if (GetGDALDriverManager()->GetDriverByName("GPKG") == nullptr) GDALAllRegister();
 }
 
-GDALDriver* Driver(WorkspaceKind kind) {
+// Why a store that exists could not be opened: GDAL's reason, or what the
+// path is not when GDAL gave none (a file that is not what its name says).
+std::string OpenFailureReason(const std::string& path, WorkspaceKind kind) {
+  std::string reason = CPLGetLastErrorMsg();
+  if (!reason.empty()) return reason;
+  switch (kind) {
+    case WorkspaceKind::GeoPackage: return "it is not a GeoPackage (GDAL cannot read it as one)";
+    case WorkspaceKind::FileGeodatabase: return "it is not a file geodatabase (GDAL cannot read it as one)";
+    case WorkspaceKind::ShapefileFolder: return "GDAL cannot read the shapefiles in it";
+  }
+  return "";
+}
+
+}  // namespace
+
+namespace internal {
+
+GDALDriver* OgrDriver(WorkspaceKind kind) {
   RegisterDrivers();
   GDALDriver* driver = GetGDALDriverManager()->GetDriverByName(DriverName(kind));
   if (driver == nullptr) {
@@ -76,7 +93,7 @@ GDALDriver* Driver(WorkspaceKind kind) {
   return driver;
 }
 
-GDALDatasetUniquePtr OpenDataset(const std::string& path, WorkspaceKind kind, bool update) {
+GDALDatasetUniquePtr OpenOgrDataset(const std::string& path, WorkspaceKind kind, bool update) {
   RegisterDrivers();
   const char* drivers[] = {DriverName(kind), nullptr};
   unsigned flags = GDAL_OF_VECTOR | (update ? GDAL_OF_UPDATE : GDAL_OF_READONLY);
@@ -87,7 +104,7 @@ GDALDatasetUniquePtr OpenDataset(const std::string& path, WorkspaceKind kind, bo
   if (kind == WorkspaceKind::GeoPackage) flags |= GDAL_OF_SHARED;
   // Commits need not wait for the disk (SQLite's synchronous=OFF): a crash of
   // this program cannot corrupt the package, only a crash of the machine
-  // could, and a run commits often. The setting is taken at opening.
+  // could. The setting is taken at opening.
   const std::string previous = CPLGetThreadLocalConfigOption("OGR_SQLITE_SYNCHRONOUS", "");
   CPLSetThreadLocalConfigOption("OGR_SQLITE_SYNCHRONOUS", "OFF");
   GDALDatasetUniquePtr dataset(GDALDataset::Open(path.c_str(), flags, drivers, nullptr, nullptr));
@@ -95,7 +112,7 @@ GDALDatasetUniquePtr OpenDataset(const std::string& path, WorkspaceKind kind, bo
   return dataset;
 }
 
-}  // namespace
+}  // namespace internal
 
 WorkspaceKind Workspace::KindOfPath(const std::string& path) {
   const std::string p = WithoutTrailingSlash(path);
@@ -122,13 +139,15 @@ std::shared_ptr<Workspace> Workspace::Open(const std::string& rawPath) {
   }
   const bool readOnly = !IsWritable(path);
   internal::QuietGdalErrors quiet;
-  GDALDatasetUniquePtr dataset = OpenDataset(path, kind, !readOnly);
+  GDALDatasetUniquePtr dataset = internal::OpenOgrDataset(path, kind, !readOnly);
   if (!dataset && kind == WorkspaceKind::ShapefileFolder) {
     // A folder without shapefiles yet: the driver opens it through Create.
-    dataset.reset(Driver(kind)->Create(path.c_str(), 0, 0, 0, GDT_Unknown, nullptr));
+    dataset.reset(internal::OgrDriver(kind)->Create(path.c_str(), 0, 0, 0, GDT_Unknown, nullptr));
   }
   if (!dataset) {
-    internal::ThrowGdalError(kSource, "Cannot open workspace '" + path + "'");
+    const std::string reason = OpenFailureReason(path, kind);
+    CPLErrorReset();
+    throw PlatformError(kErrDamagedData, kSource, "Cannot open '" + path + "': " + reason);
   }
   return std::make_shared<internal::OgrWorkspace>(kind, path, std::move(dataset), readOnly);
 }
@@ -149,7 +168,7 @@ std::shared_ptr<Workspace> Workspace::OpenOrCreate(const std::string& rawPath) {
     return Open(path);
   }
   internal::QuietGdalErrors quiet;
-  GDALDatasetUniquePtr dataset(Driver(kind)->Create(path.c_str(), 0, 0, 0, GDT_Unknown, nullptr));
+  GDALDatasetUniquePtr dataset(internal::OgrDriver(kind)->Create(path.c_str(), 0, 0, 0, GDT_Unknown, nullptr));
   if (!dataset) internal::ThrowGdalError(kSource, "Cannot create workspace '" + path + "'");
   dataset.reset();  // reopened the ordinary way, so that later openings share it
   return Open(path);

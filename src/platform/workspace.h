@@ -49,6 +49,21 @@ class Workspace {
   };
   virtual std::shared_ptr<FeatureClass> CreateFeatureClass(const NewFeatureClass& newClass) = 0;
   virtual void DeleteFeatureClass(const std::string& name) = 0;
+
+  // Edit sessions, all or nothing: while a workspace is being edited, every
+  // change made through it and its classes (new and deleted classes, added
+  // fields, inserts, updates, metadata documents) stays provisional until
+  // StopEditing(true) saves it; StopEditing(false) discards it. A GeoPackage
+  // or file geodatabase holds the session in one transaction of its own; a
+  // shapefile folder writes each changed class as a new set of files and
+  // swaps them in at the save. The tools use EditSession
+  // (platform/edit_session.h), which discards on every path that does not
+  // save.
+  virtual void StartEditing() = 0;
+  // Saving throws PlatformError when the store cannot take the changes; the
+  // session's changes are then discarded. Discarding never throws.
+  virtual void StopEditing(bool saveEdits) = 0;
+  virtual bool IsBeingEdited() const = 0;
 };
 
 // One feature read from or written to a class. Values are indexed by the
@@ -66,6 +81,12 @@ class FeatureCursor {
   virtual std::optional<Feature> NextFeature() = 0;
 };
 
+// Writing cursors. Inside an edit session their writes belong to the
+// session, which alone makes them final, and Flush does nothing more. A
+// cursor opened outside a session is a small session of its own where the
+// store has transactions: Flush makes what it wrote final (and throws when
+// the store cannot take it), and what it wrote after the last Flush is
+// discarded with the cursor.
 class InsertCursor {
  public:
   virtual ~InsertCursor() = default;
@@ -73,9 +94,6 @@ class InsertCursor {
   virtual Feature CreateFeatureBuffer() = 0;
   // Writes the feature; readers in this process see it at once.
   virtual std::int64_t InsertFeature(const Feature& buffer) = 0;
-  // Commits once enough features have gathered since the last commit (a
-  // commit costs far more than a feature); the cursor commits the rest when
-  // it is destroyed. Destroy the cursor to make the edits final.
   virtual void Flush() = 0;
 };
 
@@ -117,7 +135,10 @@ class FeatureClass {
   virtual Envelope Extent() = 0;
 
   // Counts and reads in the class's own feature order. A where clause is an
-  // OGR SQL attribute filter ("" for all).
+  // OGR SQL attribute filter ("" for all). A feature that cannot be read
+  // (a damaged file) raises PlatformError naming the feature and the
+  // reason, and so does a reading of the whole class that ends before the
+  // number of features the store announces.
   virtual std::int64_t FeatureCount(const std::string& where = "") = 0;
   virtual std::unique_ptr<FeatureCursor> Search(const std::string& where = "") = 0;
   // The features with these OIDs, in the order given.

@@ -163,7 +163,8 @@ TEST_P(WorkspaceStores, AddFieldToExistingClassAndNames) {
     buffer.values[7] = 1.5;
     buffer.values[8] = std::string("2024-03-05T10:20:30");
     cursor->InsertFeature(buffer);
-  }  // committed when the cursor goes
+    cursor->Flush();
+  }
 
   auto search = plots->Search();
   auto feature = search->NextFeature();
@@ -215,6 +216,7 @@ TEST_P(WorkspaceStores, PolygonsWithZAndCustomNames) {
     shape.SetZAware(true);
     buffer.shape = shape;
     cursor->InsertFeature(buffer);
+    cursor->Flush();
   }
   auto search = stands->Search();
   auto feature = search->NextFeature();
@@ -233,6 +235,7 @@ TEST_P(WorkspaceStores, WritesOneClassWhileReadingAnotherOfTheSameStore) {
     auto buffer = cursor->CreateFeatureBuffer();
     buffer.shape = Geometry::MakePoint(i, i, SpatialReference::FromEpsg(26910));
     cursor->InsertFeature(buffer);
+    cursor->Flush();
   }
   auto source = OpenFeatureLayer(plots->FullPath()).featureClass;
   auto output = Workspace::OpenOrCreate(workspace->PathName());

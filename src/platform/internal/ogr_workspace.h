@@ -15,9 +15,19 @@
 #include <string>
 #include <vector>
 
+#include "platform/file_replace.h"
+#include "platform/internal/shapefile_staging.h"
 #include "platform/workspace.h"
 
 namespace tarnwick::platform::internal {
+
+class OgrFeatureClass;
+
+// The GDAL driver of a kind of store; throws when it is missing.
+GDALDriver* OgrDriver(WorkspaceKind kind);
+// Opens the store's dataset (nullptr when GDAL cannot); all openings of one
+// GeoPackage share one connection.
+GDALDatasetUniquePtr OpenOgrDataset(const std::string& path, WorkspaceKind kind, bool update);
 
 class OgrWorkspace final : public Workspace, public std::enable_shared_from_this<OgrWorkspace> {
  public:
@@ -30,19 +40,47 @@ class OgrWorkspace final : public Workspace, public std::enable_shared_from_this
   std::shared_ptr<FeatureClass> OpenFeatureClass(const std::string& name) override;
   std::shared_ptr<FeatureClass> CreateFeatureClass(const NewFeatureClass& newClass) override;
   void DeleteFeatureClass(const std::string& name) override;
+  void StartEditing() override;
+  void StopEditing(bool saveEdits) override;
+  bool IsBeingEdited() const override { return editing_; }
 
   GDALDataset& Dataset() { return *dataset_; }
   bool ReadOnly() const { return readOnly_; }
   // Throws PlatformError naming the workspace when it cannot be written.
   void RequireWritable(const std::string& what) const;
 
+  // Called before the class is changed: in a shapefile session, moves the
+  // class onto a staged copy of its files (once); elsewhere nothing.
+  void PrepareToWrite(OgrFeatureClass& featureClass);
+  // The folder that holds the class's files now (a staged copy's folder
+  // during a shapefile session).
+  std::string StorageFolder(const std::string& className) const;
+  // Writes a file that belongs to the workspace's data (a metadata sidecar):
+  // at once outside a session, at a successful commit inside one.
+  void WriteDataFile(const std::string& path, const std::string& content);
+  // Removes such a file: at once outside a session, at a successful commit
+  // inside one.
+  void RemoveDataFile(const std::string& path);
+
  private:
   OGRLayer* FindLayer(const std::string& name);
+  std::shared_ptr<OgrFeatureClass> Track(OGRLayer* layer, bool staged);
+  // Reopens the dataset from disk and points every class object of this
+  // workspace at its layer there (none when the class is gone).
+  void Reopen();
+  // Discards a store transaction and the files waiting for the commit.
+  void Discard();
+  void RemoveNow(const std::string& path);
 
   WorkspaceKind kind_;
   std::string path_;
   GDALDatasetUniquePtr dataset_;
   bool readOnly_;
+  bool editing_ = false;
+  std::unique_ptr<ShapefileStaging> staging_;  // a shapefile folder's session
+  std::vector<StagedFile> waitingFiles_;       // written at a successful commit
+  std::vector<std::string> filesToRemove_;     // removed at a successful commit
+  std::vector<std::weak_ptr<OgrFeatureClass>> classes_;
 };
 
 class OgrFeatureClass final : public FeatureClass, public std::enable_shared_from_this<OgrFeatureClass> {
@@ -67,7 +105,17 @@ class OgrFeatureClass final : public FeatureClass, public std::enable_shared_fro
   std::unique_ptr<UpdateCursor> Update(const std::string& where = "") override;
 
   OgrWorkspace& Store() const { return *workspace_; }
-  OGRLayer& Layer() const { return *layer_; }
+  // The OGR layer the class reads and writes; throws when the class is gone
+  // (made in an edit session that did not commit).
+  OGRLayer& Layer() const;
+  OGRLayer* LayerIfAny() const noexcept { return layer_; }
+  // Points the class at another layer of the same class (a staged copy, or
+  // the store reopened after a commit); nullptr when the class is gone.
+  void Rebind(OGRLayer* layer, bool staged);
+  bool Staged() const { return staged_; }
+  // The class's .shp as it now lies on disk (for a shapefile: a staged
+  // copy during a session).
+  std::string StorageFullPath() const;
   // Reads an OGR feature into the class's value layout.
   Feature ToFeature(OGRFeature& source) const;
   // Writes values and shape of a feature into an OGR feature of this layer.
@@ -83,6 +131,7 @@ class OgrFeatureClass final : public FeatureClass, public std::enable_shared_fro
 
   std::shared_ptr<OgrWorkspace> workspace_;
   OGRLayer* layer_;
+  bool staged_ = false;
   std::string name_;
   std::vector<Field> fields_;
   SpatialReference spatialReference_;
