@@ -19,10 +19,15 @@ std::string FirstLevel(long number, const std::string& description) {
 }  // namespace
 
 RoutineError::RoutineError(long number, std::string source, std::string description)
-    : RoutineError(number, std::move(source), std::move(description), false) {}
+    : RoutineError(number, std::move(source), description, false, description) {}
 
-RoutineError::RoutineError(long number, std::string source, std::string description, bool climbing)
-    : number_(number), source_(std::move(source)), description_(std::move(description)), climbing_(climbing) {}
+RoutineError::RoutineError(long number, std::string source, std::string description, bool climbing,
+                           std::string reason)
+    : number_(number),
+      source_(std::move(source)),
+      description_(std::move(description)),
+      climbing_(climbing),
+      reason_(std::move(reason)) {}
 
 void RaiseError(long number, std::string source, std::string description) {
   throw RoutineError(number, std::move(source), std::move(description));
@@ -37,35 +42,43 @@ std::string LocationText(std::string_view routine, std::string_view module, long
 }
 
 CaughtError CurrentError(std::string_view module) {
-  if (!std::current_exception()) {
-    return {platform::kErrInvalidProcedureCall, std::string(module), "No error is being handled", false};
-  }
+  auto fresh = [&](long number, std::string source, std::string description) {
+    std::string reason = description;
+    return CaughtError{number, std::move(source), std::move(description), false, std::move(reason)};
+  };
+  if (!std::current_exception()) return fresh(platform::kErrInvalidProcedureCall, std::string(module), "No error is being handled");
   try {
     throw;
   } catch (const RoutineError& e) {
-    return {e.Number(), e.Source(), e.Description(), e.Climbing()};
+    return {e.Number(), e.Source(), e.Description(), e.Climbing(), e.Reason()};
   } catch (const platform::PlatformError& e) {
-    return {e.Number(), e.Source(), e.what(), false};
+    return fresh(e.Number(), e.Source(), e.what());
   } catch (const std::bad_alloc&) {
-    return {kErrOutOfMemory, std::string(module), "Out of memory", false};
+    return fresh(kErrOutOfMemory, std::string(module), "Out of memory");
   } catch (const std::out_of_range& e) {
-    return {kErrSubscriptOutOfRange, std::string(module), e.what(), false};
+    return fresh(kErrSubscriptOutOfRange, std::string(module), e.what());
   } catch (const std::overflow_error& e) {
-    return {platform::kErrOverflow, std::string(module), e.what(), false};
+    return fresh(platform::kErrOverflow, std::string(module), e.what());
   } catch (const std::exception& e) {
-    return {platform::kErrInvalidProcedureCall, std::string(module), e.what(), false};
+    return fresh(platform::kErrInvalidProcedureCall, std::string(module), e.what());
   } catch (...) {
-    return {platform::kErrInvalidProcedureCall, std::string(module), "Unknown error", false};
+    return fresh(platform::kErrInvalidProcedureCall, std::string(module), "Unknown error");
   }
 }
 
 void HandleError(std::string_view routine, std::string_view module, std::source_location where) {
+  try {
+    if (std::current_exception()) throw;
+  } catch (const platform::RunInterrupted&) {
+    throw;
+  } catch (...) {
+  }
   CaughtError error = CurrentError(module);
   if (!error.climbing) error.description = FirstLevel(error.number, error.description);
   throw RoutineError(error.number, std::move(error.source),
                      "\t" + LocationText(routine, module, static_cast<long>(where.line())) + std::string(kLineBreak) +
                          error.description,
-                     true);
+                     true, std::move(error.reason));
 }
 
 }  // namespace tarnwick

@@ -21,12 +21,15 @@ class RoutineError : public std::exception {
  public:
   RoutineError(long number, std::string source, std::string description);
   // climbing: the description already holds the call stack (some routine's
-  // handler has formatted it and added its line).
-  RoutineError(long number, std::string source, std::string description, bool climbing);
+  // handler has formatted it and added its line); reason is the description
+  // the error started with.
+  RoutineError(long number, std::string source, std::string description, bool climbing, std::string reason);
   long Number() const noexcept { return number_; }
   bool Climbing() const noexcept { return climbing_; }
   const std::string& Source() const noexcept { return source_; }
   const std::string& Description() const noexcept { return description_; }
+  // What went wrong in the error's own words, without the call stack.
+  const std::string& Reason() const noexcept { return reason_; }
   const char* what() const noexcept override { return description_.c_str(); }
 
  private:
@@ -34,6 +37,7 @@ class RoutineError : public std::exception {
   std::string source_;
   std::string description_;
   bool climbing_ = false;
+  std::string reason_;
 };
 
 // Throws a fresh error that has not yet climbed (the first level formats it).
@@ -51,11 +55,13 @@ struct CaughtError {
   std::string source;
   std::string description;
   bool climbing;
+  std::string reason;  // the description the error started with
 };
 CaughtError CurrentError(std::string_view module);
 
 // For an inner routine, inside a catch block: turns the current exception
 // into a RoutineError with this routine's line added in front, and throws it.
+// An interruption of the run (platform::RunInterrupted) climbs unchanged.
 [[noreturn]] void HandleError(std::string_view routine, std::string_view module,
                               std::source_location where = std::source_location::current());
 

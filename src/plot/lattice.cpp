@@ -121,6 +121,11 @@ void ReturnTestPointCollection2(platform::XY origin, const platform::PreparedPol
         Step(frame, x, y, xSpacing, d.east);
         if (PointInExtent(x, y, frame.xMin, frame.yMin, frame.xMax, frame.yMax)) points.push_back({x, y});
       }
+      if (points.size() > frame.pointLimit) {
+        RaiseError(platform::kErrOverflow, std::string(kPlotModule),
+                   "The lattice over the stand's envelope has more than " + std::to_string(frame.pointLimit) +
+                       " points; the spacing is far too small for the stand");
+      }
       Step(frame, x, y, ySpacing, d.south);
       passedCentre = newPassedCentre;
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "platform/edit_session.h"
 #include "platform/errors.h"
 #include "plot/plot_module.h"
 #include "presentation/error_handling.h"
@@ -51,7 +52,7 @@ long OutputKindOfPath(const std::string& workspacePath) {
 }
 
 PlotOutput OpenNewPlotOutput(platform::host::Application& application, const NewPlotClass& output,
-                             const StandsParameters& stands, long firstPlotNumber) {
+                             const StandsParameters& stands, long firstPlotNumber, platform::EditSession& session) {
   return Guarded("OpenNewPlotOutput", kPlotModule, [&] {
     const long kind = OutputKindOfPath(output.workspacePath);
     const bool folder = kind == kOutputShapefile;
@@ -73,6 +74,7 @@ PlotOutput OpenNewPlotOutput(platform::host::Application& application, const New
     args.addUniqueID = false;
     args.envelope = stands.layer.featureClass->Extent();
     args.expectedCount = -9999;
+    args.session = &session;
     auto featureClass = CreateGeneralFeatureClass(application, args);
     if (!featureClass) {
       RaiseError(platform::kErrObjectNotSet, std::string(kPlotModule),
@@ -96,7 +98,7 @@ PlotOutput OpenNewPlotOutput(platform::host::Application& application, const New
 }
 
 PlotOutput OpenExistingPlotOutput(const ExistingPlotLayer& output, const StandsParameters& stands,
-                                  long firstPlotNumber) {
+                                  long firstPlotNumber, platform::EditSession& session) {
   return Guarded("OpenExistingPlotOutput", kPlotModule, [&] {
     PlotOutput result;
     result.featureClass = output.layer.featureClass;
@@ -105,7 +107,7 @@ PlotOutput OpenExistingPlotOutput(const ExistingPlotLayer& output, const StandsP
                  "Object variable or With block variable not set (the layer '" + output.layer.name +
                      "' has no feature class)");
     }
-    platform::FeatureClass& featureClass = *result.featureClass;
+    platform::FeatureClass& featureClass = *session.Edit(result.featureClass);
     const auto workspace = featureClass.GetWorkspace();
     const bool folder = workspace && workspace->Type() == 0;
     result.datasetName = featureClass.Name();

@@ -7,9 +7,12 @@
 #include "platform/workspace.h"
 #include "plot/plot_layout_parameters.h"
 
-namespace tarnwick::platform::host {
+namespace tarnwick::platform {
+class EditSession;
+namespace host {
 class Application;
 }
+}  // namespace tarnwick::platform
 
 namespace tarnwick {
 
@@ -37,15 +40,17 @@ platform::Field StandFieldForOutput(const platform::Field& standField, bool fold
 // 3 .gpkg, 4 .mdb, 0 anything else.
 long OutputKindOfPath(const std::string& workspacePath);
 
-// Makes the new class. Fails when the class could not be made (a refused
-// overwrite, a bad path).
+// Makes the new class inside the run's edit session (an existing class of
+// that name, when the user agrees to replace it, goes only when the session
+// commits). Fails when the class could not be made (a refused overwrite, a
+// bad path).
 PlotOutput OpenNewPlotOutput(platform::host::Application& application, const NewPlotClass& output,
-                             const StandsParameters& stands, long firstPlotNumber);
+                             const StandsParameters& stands, long firstPlotNumber, platform::EditSession& session);
 
-// Opens an existing layer's class, adding the stand ID field when it is
-// missing, and settles the first plot number (above the highest one there
-// when asked: 1 for an empty class).
+// Opens an existing layer's class for editing in the run's session, adding
+// the stand ID field when it is missing, and settles the first plot number
+// (above the highest one there when asked: 1 for an empty class).
 PlotOutput OpenExistingPlotOutput(const ExistingPlotLayer& output, const StandsParameters& stands,
-                                  long firstPlotNumber);
+                                  long firstPlotNumber, platform::EditSession& session);
 
 }  // namespace tarnwick

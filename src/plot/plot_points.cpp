@@ -28,6 +28,7 @@ StandPlots ReturnPointCollectionOfPoints(StandGrid& grid, platform::XY origin, d
     points.clear();
     const SpacingOption& spacing = grid.spacing;
     grid.frame = MakeLatticeFrame(grid.polygon, orientation);
+    grid.frame.pointLimit = grid.pointLimit;
     StandPlots result;
 
     if (std::holds_alternative<ManualSpacing>(spacing) || std::holds_alternative<SpacingFromFields>(spacing)) {

@@ -1,8 +1,10 @@
 #include "plot/plot_run.h"
 
+#include <algorithm>
 #include <exception>
 #include <vector>
 
+#include "platform/edit_session.h"
 #include "platform/errors.h"
 #include "platform/host/application.h"
 #include "platform/host/map_document.h"
@@ -14,6 +16,7 @@
 #include "plot/plot_writer.h"
 #include "plot/stand_preparation.h"
 #include "support/lookups.h"
+#include "support/number_text.h"
 
 namespace tarnwick {
 
@@ -53,6 +56,12 @@ std::unique_ptr<platform::FeatureCursor> PickStands(const StandsParameters& stan
 
 const std::optional<platform::GeoTransformation> kNoTransformation;
 
+// The lattice points a stand may have before the run's plot limit is
+// certainly passed (the limit is checked again on the stand's plots).
+std::size_t LatticePointLimit(long maxPlots, long plotsWritten) {
+  return static_cast<std::size_t>(std::max(0L, maxPlots - plotsWritten)) * 4 + 1024;
+}
+
 }  // namespace
 
 PlotLayoutResult GeneratePlotLayout(platform::host::Application& application, platform::host::MapDocument& document,
@@ -62,6 +71,7 @@ PlotLayoutResult GeneratePlotLayout(platform::host::Application& application, pl
   long line = 0;  // the step the run has reached, for the failure report
   try {
     line = __LINE__;
+    platform::EditSession session;  // rolls back on every way out but the commit below
     const LocalTime start = clock();
     platform::host::StatusBar& statusBar = application.GetStatusBar();
     const StandsParameters& stands = parameters.stands;
@@ -82,10 +92,10 @@ PlotLayoutResult GeneratePlotLayout(platform::host::Application& application, pl
     PlotOutput output;
     const ExistingPlotLayer* existing = std::get_if<ExistingPlotLayer>(&parameters.output);
     if (existing) {
-      output = OpenExistingPlotOutput(*existing, stands, parameters.firstPlotNumber);
+      output = OpenExistingPlotOutput(*existing, stands, parameters.firstPlotNumber, session);
     } else {
       output = OpenNewPlotOutput(application, std::get<NewPlotClass>(parameters.output), stands,
-                                 parameters.firstPlotNumber);
+                                 parameters.firstPlotNumber, session);
     }
     result.outputClass = output.featureClass;
     result.newClass = output.isNew;
@@ -122,6 +132,10 @@ PlotLayoutResult GeneratePlotLayout(platform::host::Application& application, pl
 
     const auto* orientationField = std::get_if<OrientationFromField>(&parameters.orientation);
     double orientation = orientationField ? 0 : std::get<ConstantOrientation>(parameters.orientation).degrees;
+    if (const std::string problem = NumberProblem(orientation, OrientationLimits()); !problem.empty()) {
+      RaiseError(platform::kErrInvalidProcedureCall, std::string(kPlotModule),
+                 "The grid orientation " + NumberText(orientation) + " " + problem);
+    }
     long iterations = 0;
     std::vector<platform::XY> points;
 
@@ -130,8 +144,12 @@ PlotLayoutResult GeneratePlotLayout(platform::host::Application& application, pl
       const platform::Value& standId = stand->values.at(stands.standIdFieldIndex);
       const std::string standIdForMessages = StandIdForMessages(standId);
       const long counter = ++result.standsDone;
+      result.failedStandId = standIdForMessages;
       if (orientationField) {
         const platform::Value& value = stand->values.at(orientationField->fieldIndex);
+        const std::string problem =
+            StandNumberProblem(standIdForMessages, orientationField->field.name, value, StandNumberRole::Orientation);
+        if (!problem.empty()) RaiseError(platform::kErrInvalidProcedureCall, std::string(kPlotModule), problem);
         if (!platform::IsNull(value)) orientation = platform::ValueToDouble(value);
       }
       statusBar.SetMessage("Generating Plots in Stands [Stand ID = " + standIdForMessages + ")");
@@ -158,7 +176,7 @@ PlotLayoutResult GeneratePlotLayout(platform::host::Application& application, pl
                                                      standIdForMessages);
       const platform::PreparedPolygon prepared(polygon);
       StandGrid grid{polygon, prepared, *stand, parameters.spacing, parameters.units, originContext, {},
-                     standIdForMessages};
+                     standIdForMessages, LatticePointLimit(options.maxPlots, result.plotsWritten)};
       line = __LINE__;
       const StandPlots plots = ReturnPointCollectionOfPoints(grid, origin, orientation, iterations, points);
 
@@ -172,8 +190,18 @@ PlotLayoutResult GeneratePlotLayout(platform::host::Application& application, pl
       if (orientationField) report += OrientationNoteLine(orientation);
 
       line = __LINE__;
+      if (result.plotsWritten + static_cast<long>(points.size()) > options.maxPlots) {
+        RaiseError(platform::kErrOverflow, std::string(kPlotModule),
+                   "The run would lay out more than " + std::to_string(options.maxPlots) + " plots");
+      }
       writer.WriteStand(points, polygon.SpatialRef(), standId);
       result.plotsWritten = writer.PlotsWritten();
+    }
+    result.failedStandId.clear();
+    if (result.standsDone != standCount) {
+      RaiseError(platform::kErrDamagedData, std::string(kPlotModule),
+                 "The stand layer '" + stands.layer.name + "' should give " + std::to_string(standCount) +
+                     " stands, but only " + std::to_string(result.standsDone) + " could be read");
     }
 
     line = __LINE__;
@@ -200,7 +228,9 @@ PlotLayoutResult GeneratePlotLayout(platform::host::Application& application, pl
       // leaves the plots and the report as they are.
     }
 
+    // The run succeeds only once its plots, fields and metadata are saved.
     line = __LINE__;
+    session.Commit();
     if (output.isNew) {
       platform::FeatureLayer layer;
       layer.name = output.datasetName;
@@ -210,6 +240,8 @@ PlotLayoutResult GeneratePlotLayout(platform::host::Application& application, pl
     result.rtfReport = std::move(report);
     result.caption = "Analysis Complete:";
     result.succeeded = true;
+  } catch (const platform::RunInterrupted&) {
+    throw;
   } catch (...) {
     const ErrorFacts facts = CurrentErrorFacts();
     result.errorLog = HandleErrorAtEntryPoint("GeneratePlotLayout", kPlotModule, &application, &document, line);

@@ -2,6 +2,7 @@
 // The search for the spacing that puts a requested number of lattice points
 // into a stand. X and Y spacing always change by the same factor, so the
 // requested X:Y ratio holds throughout.
+#include <cstdint>
 #include <vector>
 
 #include "platform/geometry.h"
@@ -25,6 +26,7 @@ struct StandGrid {
   const StandOriginContext& originContext;
   LatticeFrame frame;
   std::string standId;  // for messages
+  std::size_t pointLimit = SIZE_MAX;  // for the frame (see LatticeFrame)
 };
 
 // Searches the spacing for target points (target > 0). The trials stop at

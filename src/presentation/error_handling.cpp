@@ -43,6 +43,7 @@ ErrorLog HandleErrorAtEntryPoint(std::string_view routine, std::string_view modu
     CaughtError error = CurrentError(module);
     if (!error.climbing) error.description = Banner(application, error.number, error.description);
     log.number = error.number;
+    log.reason = error.reason;
 
     const std::string location = LocationText(routine, module, line);
     const std::string title = document ? document->Title() : std::string();

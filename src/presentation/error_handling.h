@@ -18,8 +18,9 @@ namespace tarnwick {
 
 struct ErrorLog {
   long number = 0;
-  std::string text;  // what was shown and written
-  std::string path;  // the log file ("" when it could not be written)
+  std::string text;    // what was shown and written
+  std::string path;    // the log file ("" when it could not be written)
+  std::string reason;  // what went wrong, in the error's own words
 };
 
 // For an entry point, inside a catch block: ends the climb, shows the text in

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/edit_session.h"
 #include "platform/errors.h"
 #include "presentation/error_handling.h"
 #include "standids/stand_index.h"
@@ -46,6 +47,8 @@ TransferStandIDResult ImportStandIDValues(platform::host::Application& applicati
     if (!stands || !points) {
       RaiseError(platform::kErrObjectNotSet, "ImportStandIDValues", "The stand or the point layer has no feature class.");
     }
+    platform::EditSession session;  // rolls back on every way out but the commit below
+    session.Edit(points);
     const bool isShapefile = points->GetWorkspace()->Type() == 0;
 
     const TransferFields settled = SettleTransferFields(*stands, *points, parameters, isShapefile, result.addedFields);
@@ -118,17 +121,27 @@ TransferStandIDResult ImportStandIDValues(platform::host::Application& applicati
     }
     cursor->Flush();
     cursor.reset();
+    if (n != count) {
+      RaiseError(platform::kErrDamagedData, "ImportStandIDValues",
+                 "'" + points->FullPath() + "' should give " + std::to_string(count) + " points, but only " +
+                     std::to_string(n) + " could be read.");
+    }
 
     WriteTransferMetadata(application, *points, processDescription, logLines);
+    session.Commit();
     statusBar.HideProgressBar();
 
     result.report = BuildTransferReport(items, ReturnTimeElapsedRTF(start, LocalNow(), 8));
+  } catch (const platform::RunInterrupted&) {
+    statusBar.HideProgressBar();
+    throw;
   } catch (...) {
     statusBar.HideProgressBar();
     const ErrorLog log = HandleErrorAtEntryPoint("ImportStandIDValues", "..\\TransferFunctions", &application, document);
     result.report.clear();
     result.errorText = log.text;
     result.errorLogPath = log.path;
+    result.errorReason = log.reason;
   }
   return result;
 }

@@ -9,10 +9,12 @@
 
 namespace tarnwick {
 
-// Works straight on the feature classes (selections play no part) and
-// cannot be undone. The fields are added before any point is read and stay
-// when a later step fails, as do the point updates flushed by then. A
-// failure is shown through the error road and gives an empty report.
+// Works straight on the feature classes (selections play no part), inside
+// one edit session of the point class's store that is committed only once
+// every point and the metadata are written: a failure leaves the points as
+// they were, without the fields the run added. A failure is shown through
+// the error road and gives an empty report; an interruption
+// (platform::RunInterrupted) rolls back the same way and is thrown on.
 TransferStandIDResult ImportStandIDValues(platform::host::Application& application,
                                           const platform::host::MapDocument* document,
                                           const TransferStandIDParameters& parameters);

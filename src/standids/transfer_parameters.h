@@ -31,12 +31,13 @@ struct TransferredField {
 
 struct TransferStandIDResult {
   std::string report;                    // the RTF report; empty when the run failed
-  std::vector<std::string> addedFields;  // point fields the run added (they stay after a failure)
+  std::vector<std::string> addedFields;  // point fields the run added (rolled back when it fails)
   std::vector<TransferredField> fields;  // the Stand ID first, then the attributes in order
   std::int64_t pointsUpdated = 0;
   std::int64_t pointsInStands = 0;
   std::string errorText;     // what the error road showed, when the run failed
   std::string errorLogPath;  // the error log written, when the run failed
+  std::string errorReason;   // what went wrong, in the error's own words
   bool Succeeded() const { return !report.empty(); }
 };
 

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "errors/error_road.h"
+#include "platform/edit_session.h"
 #include "platform/host/application.h"
 #include "platform/workspace.h"
 #include "support/feature_class_rules.h"
@@ -111,7 +112,7 @@ std::shared_ptr<platform::FeatureClass> CreateDatasetFeatureClass(platform::host
 std::shared_ptr<platform::FeatureClass> CreateShapefileFeatureClass(
     platform::host::Application& application, const std::string& folder, const std::string& name,
     const platform::SpatialReference& spatialReference, platform::GeometryType geometryType,
-    const std::vector<platform::Field>& extraFields, bool addUniqueID) {
+    const std::vector<platform::Field>& extraFields, bool addUniqueID, platform::EditSession* session) {
   return Guarded("CreateShapefileFeatureClass", kModule, [&]() -> std::shared_ptr<platform::FeatureClass> {
     std::string directory = EndsWithIgnoreCase(folder, ".shp") ? ReturnDir(folder) : folder;
     const std::string stem = EndsWithIgnoreCase(name, ".shp") ? name.substr(0, name.size() - 4) : name;
@@ -133,7 +134,9 @@ std::shared_ptr<platform::FeatureClass> CreateShapefileFeatureClass(
     fields.insert(fields.end(), extraFields.begin(), extraFields.end());
 
     const std::string shapefilePath = (EndsWithSeparator(directory) ? directory : directory + "/") + stem + ".shp";
-    if (ExistFileDir(shapefilePath)) {
+    const auto workspace = session ? session->OpenWorkspace(directory) : platform::Workspace::Open(directory);
+    // A session still holds a replaced class's files until it commits.
+    if (session ? workspace->NameExists(stem) : ExistFileDir(shapefilePath)) {
       application.MessageBox("The following file already exists:\n" + shapefilePath +
                                  "\n\nPlease select a new filename...",
                              "Duplicate Filename:", MessageButtons::OK, MessageIcon::Exclamation);
@@ -145,7 +148,7 @@ std::shared_ptr<platform::FeatureClass> CreateShapefileFeatureClass(
     newClass.geometryType = geometryType;
     newClass.spatialReference = spatialReference;
     newClass.fields = std::move(fields);
-    return platform::Workspace::Open(directory)->CreateFeatureClass(newClass);
+    return workspace->CreateFeatureClass(newClass);
   });
 }
 
@@ -202,9 +205,12 @@ std::shared_ptr<platform::FeatureClass> CreateGeneralFeatureClass(platform::host
       if (geodatabase && args.inDataset) return CreateDatasetFeatureClass(application, args.datasetName, gdbArgs);
 
       std::shared_ptr<platform::Workspace> workspace;
+      auto open = [&args](const std::string& path) {
+        return args.session ? args.session->OpenWorkspace(path) : platform::Workspace::OpenOrCreate(path);
+      };
       if (!geodatabase) {
         // A missing folder is left to the shapefile creator, which says so.
-        if (IsFolder(args.path)) workspace = platform::Workspace::Open(args.path);
+        if (IsFolder(args.path)) workspace = open(args.path);
       } else if (EndsWithIgnoreCase(args.path, ".mdb")) {
         application.MessageBox("Unable to create Feature Class:\n" + args.path +
                                    " is a personal geodatabase (.mdb), which cannot be written on this "
@@ -216,7 +222,7 @@ std::shared_ptr<platform::FeatureClass> CreateGeneralFeatureClass(platform::host
         ShowNotAWorkspace(application, args.path);
         return nullptr;
       } else {
-        workspace = platform::Workspace::OpenOrCreate(args.path);
+        workspace = open(args.path);
       }
 
       if (workspace && CheckIfFeatureClassExists(workspace, args.name)) {
@@ -232,9 +238,9 @@ std::shared_ptr<platform::FeatureClass> CreateGeneralFeatureClass(platform::host
       }
 
       if (geodatabase) return CreateGDBFeatureClass(workspace, gdbArgs);
-      workspace.reset();  // the creator opens the folder afresh
+      workspace.reset();  // the creator opens the folder afresh (or takes the session's)
       return CreateShapefileFeatureClass(application, args.path, args.name, args.spatialReference,
-                                         args.geometryType, args.extraFields, args.addUniqueID);
+                                         args.geometryType, args.extraFields, args.addUniqueID, args.session);
     }
   });
 }

@@ -16,6 +16,7 @@
 #include "platform/spatial_reference.h"
 
 namespace tarnwick::platform {
+class EditSession;
 class FeatureClass;
 class Workspace;
 namespace host {
@@ -63,6 +64,9 @@ struct GeneralFeatureClassArgs {
   // spatial index and take no grid size, so these go no further.
   std::optional<platform::Envelope> envelope;
   long expectedCount = 0;
+  // When set, the class is made (and an existing one replaced) inside this
+  // edit session: the old class goes only when the session commits.
+  platform::EditSession* session = nullptr;
 };
 
 // Makes the class, asking through the application whether to overwrite an
@@ -90,11 +94,12 @@ std::shared_ptr<platform::FeatureClass> CreateGDBFeatureClass(const std::shared_
 
 // A shapefile folder/name.shp, with a "Unique_ID" integer field first when
 // addUniqueID. Nothing after a message box when the folder does not exist or
-// the file is there already.
+// the file is there already (in the session's view of the folder, when made
+// inside one).
 std::shared_ptr<platform::FeatureClass> CreateShapefileFeatureClass(
     platform::host::Application& application, const std::string& folder, const std::string& name,
     const platform::SpatialReference& spatialReference, platform::GeometryType geometryType,
-    const std::vector<platform::Field>& extraFields, bool addUniqueID);
+    const std::vector<platform::Field>& extraFields, bool addUniqueID, platform::EditSession* session = nullptr);
 
 // Feature datasets do not exist in the stores of this platform: a message
 // box says so and Nothing comes back (at once for a blank dataset name).

@@ -10,6 +10,7 @@
 
 #include "errors/error_road.h"
 #include "platform/errors.h"
+#include "platform/file_replace.h"
 #include "platform/host/application.h"
 #include "support/sorting.h"
 
@@ -22,22 +23,26 @@ using platform::host::MessageIcon;
 using platform::host::MessageResult;
 
 // Replaces the file's content with text and one CR LF. The text goes to a
-// file beside it first and takes the name only once all of it is written, so
-// a failure (a full disk, say) leaves the old file or none, never half a file.
+// file beside it first, is forced to the disk and takes the name only once
+// all of it is written, so a failure (a full disk, say) leaves the old file
+// or none, never half a file.
 void WriteWithLineEnd(const std::string& path, std::string_view text) {
   std::error_code ec;
   if (fs::exists(path, ec) && ::access(path.c_str(), W_OK) != 0) {
     RaiseError(platform::kErrPathNotFound, std::string(kModule), "Unable to open file for writing: " + path);
   }
-  const std::string partial = path + ".partial";
-  std::ofstream out(partial, std::ios::binary | std::ios::trunc);
-  if (!out) RaiseError(platform::kErrPathNotFound, std::string(kModule), "Unable to open file for writing: " + path);
-  out << text << "\r\n";
-  out.close();
-  if (out) fs::rename(partial, path, ec);
-  if (!out || ec) {
-    fs::remove(partial, ec);
-    RaiseError(platform::kErrPermissionDenied, std::string(kModule), "Unable to write file: " + path);
+  try {
+    platform::ReplaceFile(path, {text, "\r\n"});
+  } catch (const platform::PlatformError& e) {
+    // The system's reason follows the path in the platform's message.
+    const std::string message = e.what();
+    const auto reason = message.rfind("': ");
+    const std::string because = reason == std::string::npos ? message : message.substr(reason + 3);
+    if (e.Number() == platform::kErrPathNotFound) {
+      RaiseError(platform::kErrPathNotFound, std::string(kModule),
+                 "Unable to open file for writing: " + path + " (" + because + ")");
+    }
+    RaiseError(platform::kErrPermissionDenied, std::string(kModule), "Unable to write file: " + path + " (" + because + ")");
   }
 }
 

@@ -13,6 +13,15 @@ double atan2(double y, double x) {
 }
 
 void ForceAzimuthToCorrectRange(double& azimuth) {
+  // Turns are taken off one at a time, as the host did; a value so large
+  // that a turn no longer changes it (or infinity, or NaN) would never
+  // come into range that way, so it is reduced in one step first.
+  constexpr double kStepwiseLimit = 360.0 * 1048576;
+  if (!std::isfinite(azimuth)) {
+    azimuth = 0.0;
+    return;
+  }
+  if (std::fabs(azimuth) > kStepwiseLimit) azimuth = std::fmod(azimuth, 360.0);
   while (azimuth < 0) azimuth += 360.0;
   while (azimuth >= 360.0) azimuth -= 360.0;
   // Adding 360 to a tiny negative value can round to exactly 360.

@@ -27,7 +27,8 @@ inline double MinDouble(double a, double b) { return a < b ? a : b; }
 inline double MaxDouble(double a, double b) { return a > b ? a : b; }
 inline long MaxLong(long a, long b) { return a > b ? a : b; }
 
-// Brings an azimuth into 0 up to but not including 360.
+// Brings an azimuth into 0 up to but not including 360. A value that is no
+// finite number becomes 0 (callers refuse such values before they get here).
 void ForceAzimuthToCorrectRange(double& azimuth);
 
 // Decimal degrees to degrees and minutes truncated toward zero and seconds

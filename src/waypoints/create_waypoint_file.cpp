@@ -35,6 +35,20 @@ struct PointBatch {
   }
 };
 
+// "record 3 (Plot ID 'A,1', Stand ID 'North\nSide')", line breaks shown as \n.
+std::string MisreadRecordText(std::int64_t record, const platform::Value& plotId, const platform::Value* standId) {
+  auto shown = [](const platform::Value& value) {
+    std::string text;
+    for (const char c : platform::IsNull(value) ? std::string("<Null>") : platform::ValueToText(value)) {
+      text += c == '\n' ? std::string("\\n") : c == '\r' ? std::string("\\r") : std::string(1, c);
+    }
+    return "'" + text + "'";
+  };
+  std::string text = "record " + std::to_string(record) + " (Plot ID " + shown(plotId);
+  if (standId) text += ", Stand ID " + shown(*standId);
+  return text + ")";
+}
+
 }  // namespace
 
 WaypointResult CreateWaypointFile(platform::host::Application& application,
@@ -94,9 +108,13 @@ WaypointResult CreateWaypointFile(platform::host::Application& application,
         auto field = [&values](int index) {
           return index >= 0 ? &values.at(static_cast<std::size_t>(index)) : nullptr;
         };
-        AppendWaypointRecord(text, *field(plotIdIndex), batch.xy[i].y, batch.xy[i].x, field(elevationIndex),
-                             field(standIdIndex));
+        const platform::Value* standId = field(standIdIndex);
+        AppendWaypointRecord(text, *field(plotIdIndex), batch.xy[i].y, batch.xy[i].x, field(elevationIndex), standId);
         text += "\r\n";
+        if (HoldsRecordSeparator(*field(plotIdIndex)) || (standId && HoldsRecordSeparator(*standId))) {
+          result.misreadRecords.push_back(MisreadRecordText(result.records + static_cast<std::int64_t>(i) + 1,
+                                                            *field(plotIdIndex), standId));
+        }
       }
       result.records += static_cast<std::int64_t>(batch.xy.size());
       batch.Clear();
@@ -117,6 +135,11 @@ WaypointResult CreateWaypointFile(platform::host::Application& application,
       if (batch.xy.size() == kPointsPerBatch) writeBatch();
     }
     writeBatch();
+    if (allPoints && result.records != total) {
+      RaiseError(platform::kErrDamagedData, "CreateWaypointFile",
+                 "'" + featureClass->FullPath() + "' should give " + std::to_string(total) + " points, but only " +
+                     std::to_string(result.records) + " could be read.");
+    }
 
     WriteTextFile(application, parameters.outputPath, text, true);
     statusBar.HideProgressBar();
@@ -140,12 +163,16 @@ WaypointResult CreateWaypointFile(platform::host::Application& application,
     items.outputPath = parameters.outputPath;
     items.version = application.GetVersion();
     result.report = BuildWaypointReport(items);
+  } catch (const platform::RunInterrupted&) {
+    statusBar.HideProgressBar();
+    throw;
   } catch (...) {
     statusBar.HideProgressBar();
     const ErrorLog log = HandleErrorAtEntryPoint("CreateWaypointFile", "..\\ConversionFunctions", &application, document);
     result.report.clear();
     result.errorText = log.text;
     result.errorLogPath = log.path;
+    result.errorReason = log.reason;
   }
   return result;
 }

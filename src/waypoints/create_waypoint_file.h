@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/field.h"
 #include "platform/host/application.h"
@@ -28,14 +29,20 @@ struct WaypointParameters {
 struct WaypointResult {
   std::string report;          // the RTF report; empty when the run failed
   std::int64_t records = 0;    // records written
+  // Records whose Plot ID or Stand ID holds a comma or a line break, written
+  // as they stand but misread by a field computer: "record 3 (Plot ID 'A,1')".
+  std::vector<std::string> misreadRecords;
   std::string errorText;       // what the error road showed, when the run failed
   std::string errorLogPath;    // the error log written, when the run failed
+  std::string errorReason;     // what went wrong, in the error's own words
   bool Succeeded() const { return !report.empty(); }
 };
 
-// Reads every point first and writes the file in one go at the end, so a run
-// that fails leaves no file behind. A failure is shown through the error road
-// (application's message window and the error log) and gives an empty report.
+// Reads every point first and writes the file in one go at the end, in
+// place of an existing file only once complete, so a run that fails leaves
+// the old file or none. A failure is shown through the error road
+// (application's message window and the error log) and gives an empty
+// report; an interruption (platform::RunInterrupted) is thrown on.
 WaypointResult CreateWaypointFile(platform::host::Application& application,
                                   const platform::host::MapDocument* document,
                                   const WaypointParameters& parameters);

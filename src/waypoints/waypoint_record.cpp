@@ -103,4 +103,9 @@ std::string FormatWaypointRecord(const platform::Value& plotId, double latitude,
   return record;
 }
 
+bool HoldsRecordSeparator(const platform::Value& value) {
+  const auto* text = std::get_if<std::string>(&value);
+  return text != nullptr && text->find_first_of(",\r\n") != std::string::npos;
+}
+
 }  // namespace tarnwick

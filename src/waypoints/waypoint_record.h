@@ -33,4 +33,8 @@ std::string FormatWaypointRecord(const platform::Value& plotId, double latitude,
 void AppendWaypointRecord(std::string& out, const platform::Value& plotId, double latitude, double longitude,
                           const platform::Value* elevation, const platform::Value* standId);
 
+// True when a text value holds a comma or a line break, which a field
+// computer reads as the end of the field or of the record.
+bool HoldsRecordSeparator(const platform::Value& value);
+
 }  // namespace tarnwick

@@ -301,7 +301,7 @@ TEST_F(PlotRun, NumericPlotIdsAndStartAboveHighestOnAnEmptyClass) {
   }
 }
 
-TEST_F(PlotRun, NullStandIdFailsTheRunAndEarlierPointsStay) {
+TEST_F(PlotRun, NullStandIdFailsTheRunAndNothingOfItStays) {
   const std::string store = dir / "plots.gpkg";
   const auto stands = MakeStands(dir / "stands.gpkg", utm,
                                  {{Square(500000, 4000000, 100), "A"},
@@ -331,9 +331,11 @@ TEST_F(PlotRun, NullStandIdFailsTheRunAndEarlierPointsStay) {
   EXPECT_NE(app.windows[0].find("GeneratePlotLayout PlotLayoutFunctions Line : " + line + "\r\n"),
             std::string::npos)
       << app.windows[0];
-  // The first stand's plots are kept.
-  auto plots = platform::Workspace::Open(store)->OpenFeatureClass("Plots");
-  EXPECT_EQ(plots->FeatureCount(), 9);
+  // What went wrong, without the stack, and where.
+  EXPECT_EQ(result.errorLog->reason, "Invalid use of Null");
+  EXPECT_EQ(result.failedStandId, "<Null>");
+  // The first stand's plots went with the store the run made.
+  EXPECT_FALSE(std::filesystem::exists(store));
 }
 
 TEST_F(PlotRun, ZeroSpacingFromAFieldFailsNamingStandAndField) {
