@@ -7,6 +7,7 @@
 #include <fmt/core.h>
 
 #include "commands.h"
+#include "platform/errors.h"
 #include "platform/version.h"
 
 namespace tarnwick::cli {
@@ -27,9 +28,12 @@ int Main(int argc, char** argv) {
   }
   try {
     app.parse(argc, argv);
+  } catch (const CLI::Success& e) {
+    return app.exit(e);
   } catch (const CLI::ParseError& e) {
-    const int code = app.exit(e);
-    return code == 0 ? kExitSuccess : kExitBadInput;
+    // One line that names the option and the value; --help lists them all.
+    std::fprintf(stderr, "tarnwick: %s\n", e.what());
+    return kExitBadInput;
   }
   using platform::host::MessageButtons;
   using platform::host::MessageResult;
@@ -40,6 +44,9 @@ int Main(int argc, char** argv) {
         }
         return overwrite ? MessageResult::OK : MessageResult::Cancel;
       });
+  // The first line of a failed run says what went wrong; the error road's
+  // call stack goes to the log file.
+  application.KeepMessageWindowsBack(true);
   platform::host::MemoryMapDocument document("", "Untitled");
   CommandContext context{application, document, overwrite};
   try {
@@ -47,6 +54,9 @@ int Main(int argc, char** argv) {
   } catch (const UsageError& e) {
     std::fprintf(stderr, "tarnwick: %s\n", e.what());
     return kExitBadInput;
+  } catch (const platform::RunInterrupted&) {
+    std::fprintf(stderr, "tarnwick: interrupted; nothing was changed.\n");
+    return kExitInterrupted;
   } catch (const std::exception& e) {
     std::fprintf(stderr, "tarnwick: %s\n", e.what());
     return kExitRunFailed;

@@ -8,17 +8,13 @@
 
 #include "platform/host/map_document.h"
 #include "platform/host/terminal_application.h"
+#include "usage_error.h"
 
 namespace tarnwick::cli {
 
-// Exit codes of the command line.
-enum ExitCode : int { kExitSuccess = 0, kExitRunFailed = 1, kExitBadInput = 2 };
-
-// Bad arguments or a failed check: printed to stderr, exit 2.
-class UsageError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
+// Exit codes of the command line; an interrupted run exits as a program
+// ended by Ctrl-C does.
+enum ExitCode : int { kExitSuccess = 0, kExitRunFailed = 1, kExitBadInput = 2, kExitInterrupted = 130 };
 
 // What every subcommand shares: the terminal host and the run's document
 // (the command line's runs have no map document file; logs go to the

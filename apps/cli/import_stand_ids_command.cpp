@@ -14,11 +14,14 @@
 #include "command_support.h"
 #include "commands.h"
 #include "transform_option.h"
+#include "platform/dataset_files.h"
 #include "platform/errors.h"
+#include "platform/host/interrupt_signals.h"
 #include "presentation/rtf_text.h"
 #include "standids/import_stand_id_values.h"
 #include "standids/stand_index.h"
 #include "support/lookups.h"
+#include "support/protected_paths.h"
 #include "support/text_operations.h"
 #include "transforms/transform_search.h"
 
@@ -49,17 +52,6 @@ platform::Field RequireField(const platform::FeatureLayer& layer, const std::str
                      "): only text, numeric and date fields can.");
   }
   return field;
-}
-
-std::string Canonical(const std::string& path) {
-  std::error_code ec;
-  const auto canonical = fs::weakly_canonical(path, ec);
-  return ToLowerAscii(ec ? path : canonical.string());
-}
-
-bool SameClass(const platform::FeatureClass& a, const platform::FeatureClass& b) {
-  return Canonical(a.GetWorkspace()->PathName()) == Canonical(b.GetWorkspace()->PathName()) &&
-         EqualsIgnoreCase(a.Name(), b.Name());
 }
 
 // The files an update of the class writes to.
@@ -120,7 +112,8 @@ int RunImportStandIds(ImportOptions& options, CommandContext& context) {
   parameters.pointLayer = OpenLayer(options.points);
   const auto& stands = parameters.standLayer;
   const auto& points = parameters.pointLayer;
-  if (SameClass(*stands.featureClass, *points.featureClass)) {
+  if (IsSameClass(stands.featureClass->GetWorkspace()->PathName(), stands.featureClass->Name(),
+                  points.featureClass->GetWorkspace()->PathName(), points.featureClass->Name())) {
     throw UsageError("The point layer '" + points.name + "' is the stand layer; choose the plot points to receive the "
                      "stand IDs.");
   }
@@ -171,15 +164,20 @@ int RunImportStandIds(ImportOptions& options, CommandContext& context) {
   parameters.transformation = resolved.transformation;
   parameters.direction = resolved.direction;
 
-  const TransferStandIDResult result = ImportStandIDValues(context.application, &context.document, parameters);
+  std::vector<std::string> datasets = platform::DatasetFiles(*stands.featureClass);
+  for (const auto& file : platform::DatasetFiles(*points.featureClass)) datasets.push_back(file);
+  const platform::DatasetLock lock = LockForRun(platform::DatasetPath(*points.featureClass));
+  const std::string reportPath =
+      SettleReportPath(options.report, DefaultReportPath(*points.featureClass), context.overwrite, datasets);
+
+  TransferStandIDResult result;
+  {
+    const platform::host::InterruptGuard interrupts;
+    result = ImportStandIDValues(context.application, &context.document, parameters);
+  }
   if (!result.Succeeded()) {
-    std::string message = "The stand ID import failed.";
-    message += result.addedFields.empty()
-                   ? " No field was added."
-                   : " Fields added before the failure stay in '" + points.name + "': " + Joined(result.addedFields) + ".";
-    message += " Point updates flushed before the failure stay too.";
-    if (!result.errorLogPath.empty()) message += " Error log: " + result.errorLogPath;
-    throw std::runtime_error(message);
+    return RunFailed("the stand ID import into '" + points.name + "' failed", result.errorReason, result.errorLogPath,
+                     result.errorText);
   }
   for (size_t i = 1; i < result.fields.size(); ++i) {
     const auto& field = result.fields[i];
@@ -190,8 +188,7 @@ int RunImportStandIds(ImportOptions& options, CommandContext& context) {
     }
   }
 
-  const std::string reportPath = options.report.empty() ? DefaultReportPath(*points.featureClass) : options.report;
-  WriteReport(reportPath, result.report);
+  WriteReport(reportPath, result.report, "The stand IDs were saved to '" + points.featureClass->FullPath() + "'");
   std::fputs(RtfToPlainText(result.report).c_str(), stdout);
   std::fprintf(stderr, "Updated %lld points (%lld inside a stand); report: %s\n",
                static_cast<long long>(result.pointsUpdated), static_cast<long long>(result.pointsInStands),
@@ -213,7 +210,7 @@ void RegisterImportStandIds(CLI::App& app, CommandAction& action) {
   auto* pointField = sub->add_option("--point-field", options->pointField, "Existing point field for the Stand ID");
   auto* clone = sub->add_flag("--clone", options->clone, "Add a copy of the Stand ID field to the points");
   pointField->excludes(clone);
-  sub->add_option("--report", options->report, "RTF report path (default: beside the point class)");
+  sub->add_option("--report", options->report, "RTF report path (default: beside the point class, numbered when taken)");
   options->transform.AddTo(*sub);
   sub->callback([options, &action] {
     action = [options](CommandContext& context) { return RunImportStandIds(*options, context); };

@@ -7,14 +7,19 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
+#include "argument_checks.h"
 #include "command_support.h"
 #include "commands.h"
+#include "platform/dataset_files.h"
 #include "platform/errors.h"
+#include "platform/host/interrupt_signals.h"
 #include "plot/plot_run.h"
 #include "presentation/rtf_text.h"
 #include "support/lookups.h"
+#include "support/protected_paths.h"
 #include "support/text_operations.h"
 #include "transform_option.h"
 #include "transforms/transform_search.h"
@@ -23,22 +28,28 @@ namespace tarnwick::cli {
 
 namespace {
 
+constexpr double kLargestRatio = 1e6;
+constexpr double kLargestCoordinate = 1e10;
+constexpr long kLargestPlotLimit = 1'000'000'000'000;
+constexpr long kLargestPlotNumber = 2'147'483'647;  // the host's Long
+
 struct PlotLayoutOptions {
   std::string stands;
   std::string standId;
   std::optional<std::string> selected;
   std::string units;
-  std::optional<long> plots;
+  std::optional<std::string> plots;
   std::string plotsField;
   std::string spacing;
   std::string spacingFields;
   std::string ratio = "1:1";
-  std::optional<double> orientation;
+  std::optional<std::string> orientation;
   std::string orientationField;
-  double buffer = 0;
+  std::string buffer = "0";
   std::string bufferUnits;
-  std::optional<long> start;
+  std::optional<std::string> start;
   bool startAboveHighest = false;
+  std::string maxPlots = std::to_string(kDefaultMaxPlots);
   std::string out;
   std::string into;
   std::string plotIdField;
@@ -69,23 +80,6 @@ int RequireField(const platform::FeatureLayer& layer, const std::string& name, c
   return index;
 }
 
-double ParseNumber(const std::string& text, const std::string& what) {
-  try {
-    std::size_t used = 0;
-    const double value = std::stod(TrimBlanks(text), &used);
-    if (used == TrimBlanks(text).size()) return value;
-  } catch (const std::exception&) {
-  }
-  throw UsageError("Invalid value '" + text + "' for " + what + ": a number is expected.");
-}
-
-// "A,B" (or "A:B") into its two parts.
-std::pair<std::string, std::string> SplitPair(const std::string& text, char separator, const std::string& what) {
-  const auto at = text.find(separator);
-  if (at == std::string::npos) throw UsageError("Invalid value '" + text + "' for " + what + ".");
-  return {TrimBlanks(text.substr(0, at)), TrimBlanks(text.substr(at + 1))};
-}
-
 std::string UnitsText(const std::string& text, const char* what) {
   if (text.empty()) return "";
   for (const char* units : {"Feet", "Meters", "Chains"}) {
@@ -98,12 +92,29 @@ SpacingRatio ParseRatio(const std::string& text) {
   if (text == "1:1") return SpacingRatio::Of(SpacingRatioOption::Square);
   if (text == "1:2") return SpacingRatio::Of(SpacingRatioOption::OneToTwo);
   if (text == "1:2.5") return SpacingRatio::Of(SpacingRatioOption::OneToTwoPointFive);
-  const auto [x, y] = SplitPair(text, ':', "--ratio");
-  const double xValue = ParseNumber(x, "the X-value of the ratio");
-  const double yValue = ParseNumber(y, "the Y-value of the ratio");
+  const auto [xValue, yValue] = NumberPairArgument("--ratio", text, ':', "the X-value of the ratio",
+                                                   "the Y-value of the ratio");
   if (xValue == 0) throw UsageError("Invalid Value for X-Value of User-Defined Ratio!\n\nPlease specify a non-zero X-value for the X/Y ratio...");
   if (yValue == 0) throw UsageError("Invalid Value for Y-Value of User-Defined Ratio!\n\nPlease specify a non-zero Y-value for the X/Y ratio...");
+  NumberLimits limits;
+  limits.low = 0;
+  limits.lowIncluded = false;
+  limits.high = kLargestRatio;
+  for (const auto& [value, what] : {std::pair{xValue, "the X-value"}, std::pair{yValue, "the Y-value"}}) {
+    if (const std::string problem = NumberProblem(value, limits); !problem.empty()) {
+      throw UsageError("--ratio '" + text + "': " + what + " of the ratio " + problem);
+    }
+  }
   return SpacingRatio::Of(SpacingRatioOption::UserDefined, xValue, yValue);
+}
+
+// Distances: finite and no larger than the earth could need.
+NumberLimits Distances(bool positive) {
+  NumberLimits limits;
+  limits.low = positive ? 0 : -kLargestDistance;
+  limits.lowIncluded = !positive;
+  limits.high = kLargestDistance;
+  return limits;
 }
 
 SpacingOption BuildSpacing(const PlotLayoutOptions& o, const platform::FeatureLayer& stands) {
@@ -113,7 +124,11 @@ SpacingOption BuildSpacing(const PlotLayoutOptions& o, const platform::FeatureLa
     throw UsageError("Give exactly one of --plots, --plots-field, --spacing and --spacing-fields.");
   }
   const auto& fields = stands.featureClass->Fields();
-  if (o.plots) return PlotsPerPolygon{*o.plots, ParseRatio(o.ratio)};
+  if (o.plots) {
+    const long maxPlots = WholeNumberArgument("--max-plots", o.maxPlots, "the plot limit", 1, kLargestPlotLimit);
+    return PlotsPerPolygon{WholeNumberArgument("--plots", *o.plots, "the number of plots per stand", 0, maxPlots),
+                           ParseRatio(o.ratio)};
+  }
   if (!o.plotsField.empty()) {
     const int index = RequireField(stands, o.plotsField, "plot count", true);
     return PlotsFromField{index, fields.at(static_cast<size_t>(index)), ParseRatio(o.ratio)};
@@ -122,10 +137,12 @@ SpacingOption BuildSpacing(const PlotLayoutOptions& o, const platform::FeatureLa
     throw UsageError("No Units Specified!\n\nPlease specify the units you wish to use for grid spacing... (--units)");
   }
   if (!o.spacing.empty()) {
-    const auto [x, y] = SplitPair(o.spacing, ',', "--spacing (X,Y)");
-    return ManualSpacing{ParseNumber(x, "the X spacing"), ParseNumber(y, "the Y spacing")};
+    const auto [x, y] = NumberPairArgument("--spacing", o.spacing, ',', "the X spacing", "the Y spacing", Distances(true));
+    return ManualSpacing{x, y};
   }
-  const auto [xName, yName] = SplitPair(o.spacingFields, ',', "--spacing-fields (XF,YF)");
+  const auto names = SplitPair(o.spacingFields, ',');
+  if (!names) throw UsageError("--spacing-fields '" + o.spacingFields + "': two field names XF,YF are expected");
+  const auto& [xName, yName] = *names;
   const int x = RequireField(stands, xName, "X spacing", true);
   const int y = RequireField(stands, yName, "Y spacing", true);
   return SpacingFromFields{x, fields.at(static_cast<size_t>(x)), y, fields.at(static_cast<size_t>(y))};
@@ -142,7 +159,7 @@ std::optional<platform::GeoTransformation> FindTransformation(TransformOption& o
   return resolved.transformation;
 }
 
-OutputOption BuildNewOutput(const PlotLayoutOptions& o, CommandContext& context) {
+OutputOption BuildNewOutput(const PlotLayoutOptions& o, CommandContext& context, const platform::FeatureLayer& stands) {
   const platform::ClassPath path = platform::SplitClassPath(o.out);
   if (path.name.empty()) throw UsageError("The output '" + o.out + "' names no feature class.");
   const std::filesystem::path workspace(path.workspace);
@@ -153,14 +170,22 @@ OutputOption BuildNewOutput(const PlotLayoutOptions& o, CommandContext& context)
   if (!folder.empty() && !std::filesystem::is_directory(folder, ec)) {
     throw UsageError("Specified Directory does not exist!\n\n--> Directory = '" + folder.string() + "'");
   }
-  try {
-    auto store = platform::Workspace::OpenOrCreate(path.workspace);
-    if (store->NameExists(path.name) && !context.overwrite) {
-      throw UsageError("The feature class '" + path.name + "' already exists in '" + path.workspace +
-                       "'; pass --overwrite to replace it.");
+  const auto standsWorkspace = stands.featureClass->GetWorkspace()->PathName();
+  if (IsSameClass(path.workspace, path.name, standsWorkspace, stands.featureClass->Name())) {
+    throw UsageError("--out '" + o.out + "' is the stand layer '" + stands.name +
+                     "', which this run reads; choose another output. Nothing was changed.");
+  }
+  // A store that does not exist yet is made by the run itself.
+  if (std::filesystem::exists(path.workspace, ec)) {
+    try {
+      auto store = platform::Workspace::Open(path.workspace);
+      if (store->NameExists(path.name) && !context.overwrite) {
+        throw UsageError("The feature class '" + path.name + "' already exists in '" + path.workspace +
+                         "'; pass --overwrite to replace it.");
+      }
+    } catch (const platform::PlatformError& e) {
+      throw UsageError(e.what());
     }
-  } catch (const platform::PlatformError& e) {
-    throw UsageError(e.what());
   }
   return NewPlotClass{o.out, path.workspace, path.name};
 }
@@ -186,9 +211,11 @@ AnchorOption BuildAnchor(PlotLayoutOptions& o, CommandContext& context, const pl
   if (!o.anchor.empty() && !o.anchorLayer.empty()) throw UsageError("Give --anchor or --anchor-layer, not both.");
   if (!o.anchor.empty()) {
     ClickedAnchor anchor;
-    const auto [x, y] = SplitPair(o.anchor, ',', "--anchor (X,Y)");
-    anchor.x = ParseNumber(x, "the anchor's X-coordinate");
-    anchor.y = ParseNumber(y, "the anchor's Y-coordinate");
+    NumberLimits coordinates;
+    coordinates.low = -kLargestCoordinate;
+    coordinates.high = kLargestCoordinate;
+    std::tie(anchor.x, anchor.y) = NumberPairArgument("--anchor", o.anchor, ',', "the anchor's X-coordinate",
+                                                      "the anchor's Y-coordinate", coordinates);
     try {
       anchor.spatialReference = o.anchorCrs.empty() ? stands.featureClass->GetSpatialReference()
                                                      : platform::SpatialReference::FromUserInput(o.anchorCrs);
@@ -245,8 +272,28 @@ std::string DefaultReportPath(const std::string& workspacePath, const std::strin
   return (dir / (name + "_report.rtf")).string();
 }
 
+// The files of the layer's dataset, added to files.
+void AddDatasetFiles(const platform::FeatureLayer& layer, std::vector<std::string>& files) {
+  const auto found = platform::DatasetFiles(*layer.featureClass);
+  files.insert(files.end(), found.begin(), found.end());
+}
+
+// Refuses, before anything is written, a run whose stands cannot all be
+// read or hold a number that cannot be used, and one that would lay out
+// more plots than the limit.
+void CheckPlotCount(const PlotLayoutParameters& parameters, long maxPlots) {
+  const PlotCountEstimate estimate = EstimatePlotCount(parameters);
+  if (!estimate.problem.empty()) throw UsageError(estimate.problem + ". Nothing was changed.");
+  if (estimate.plots > static_cast<double>(maxPlots)) {
+    throw UsageError(PlotCountAboveLimitText(estimate, maxPlots) +
+                     " Pass a larger --max-plots if that many are wanted. Nothing was changed.");
+  }
+}
+
 int RunPlotLayout(PlotLayoutOptions& o, CommandContext& context) {
   PlotLayoutParameters parameters;
+  PlotRunOptions runOptions;
+  runOptions.maxPlots = WholeNumberArgument("--max-plots", o.maxPlots, "the plot limit", 1, kLargestPlotLimit);
 
   // Stands.
   const platform::FeatureLayer stands = OpenLayer(o.stands);
@@ -277,47 +324,69 @@ int RunPlotLayout(PlotLayoutOptions& o, CommandContext& context) {
     const int index = RequireField(stands, o.orientationField, "orientation", true);
     parameters.orientation = OrientationFromField{index, stands.featureClass->Fields().at(static_cast<size_t>(index))};
   } else {
-    parameters.orientation = ConstantOrientation{o.orientation.value_or(0)};
+    parameters.orientation =
+        ConstantOrientation{o.orientation ? NumberArgument("--orientation", *o.orientation, "the orientation",
+                                                           OrientationLimits())
+                                          : 0};
   }
-  parameters.buffer = {o.buffer, UnitsText(o.bufferUnits, "buffer units")};
+  parameters.buffer = {NumberArgument("--buffer", o.buffer, "the buffer distance", Distances(false)),
+                       UnitsText(o.bufferUnits, "buffer units")};
   if (o.start && o.startAboveHighest) throw UsageError("Give --start or --start-above-highest, not both.");
-  parameters.firstPlotNumber = o.start.value_or(o.startAboveHighest ? 0 : 1);
+  parameters.firstPlotNumber = o.start ? WholeNumberArgument("--start", *o.start, "the first plot number",
+                                                             -kLargestPlotNumber, kLargestPlotNumber)
+                                       : (o.startAboveHighest ? 0 : 1);
 
-  // Output.
+  // Output, and what the run must not write over.
   if (o.out.empty() == o.into.empty()) throw UsageError("Give exactly one of --out and --into.");
   SearchObject outputSide = stands;
+  std::vector<std::string> datasets;
+  AddDatasetFiles(stands, datasets);
+  std::string outputDataset;
   if (!o.out.empty()) {
     if (o.startAboveHighest) throw UsageError("--start-above-highest needs an existing output (--into).");
-    parameters.output = BuildNewOutput(o, context);
+    parameters.output = BuildNewOutput(o, context, stands);
+    const auto& created = std::get<NewPlotClass>(parameters.output);
+    outputDataset = platform::DatasetPathOf(created.workspacePath, created.datasetName);
+    datasets.push_back(outputDataset);
   } else {
     parameters.output = BuildExistingOutput(o, context, stands);
     const auto& layer = std::get<ExistingPlotLayer>(parameters.output).layer;
     outputSide = layer;
+    outputDataset = platform::DatasetPath(*layer.featureClass);
+    AddDatasetFiles(layer, datasets);
   }
+  const platform::DatasetLock lock = LockForRun(outputDataset);
   parameters.anchor = BuildAnchor(o, context, stands, outputSide);
+  if (const auto* anchor = std::get_if<LayerAnchor>(&parameters.anchor)) AddDatasetFiles(anchor->layer, datasets);
+  CheckPlotCount(parameters, runOptions.maxPlots);
 
-  const PlotLayoutResult result = GeneratePlotLayout(context.application, context.document, parameters);
+  std::string defaultReport;
+  if (const auto* created = std::get_if<NewPlotClass>(&parameters.output)) {
+    defaultReport = DefaultReportPath(created->workspacePath, created->datasetName);
+  } else {
+    const auto& into = *std::get<ExistingPlotLayer>(parameters.output).layer.featureClass;
+    defaultReport = DefaultReportPath(into.GetWorkspace()->PathName(), into.Name());
+  }
+  const std::string reportPath = SettleReportPath(o.report, defaultReport, context.overwrite, datasets);
+
+  PlotLayoutResult result;
+  {
+    const platform::host::InterruptGuard interrupts;
+    result = GeneratePlotLayout(context.application, context.document, parameters, runOptions);
+  }
   if (!result.succeeded) {
     std::fputs(result.failureReport.c_str(), stdout);
     std::fputs("\n", stdout);
-    std::fprintf(stderr, "tarnwick: the plot layout failed after %ld plots in %ld stands; the plots written stay.%s\n",
-                 result.plotsWritten, result.standsDone,
-                 result.errorLog && !result.errorLog->path.empty()
-                     ? (" Error log: " + result.errorLog->path).c_str()
-                     : "");
-    return kExitRunFailed;
+    std::string what = "the plot layout failed";
+    if (!result.failedStandId.empty()) {
+      what += " at stand '" + result.failedStandId + "' (" + std::to_string(result.standsDone) + " of " +
+              std::to_string(result.standCount) + ")";
+    }
+    const ErrorLog log = result.errorLog.value_or(ErrorLog{});
+    return RunFailed(what, log.reason, log.path, log.text, " The failure report is on standard output.");
   }
 
-  std::string reportPath = o.report;
-  if (reportPath.empty()) {
-    if (const auto* created = std::get_if<NewPlotClass>(&parameters.output)) {
-      reportPath = DefaultReportPath(created->workspacePath, created->datasetName);
-    } else {
-      const auto workspace = result.outputClass->GetWorkspace();
-      reportPath = DefaultReportPath(workspace ? workspace->PathName() : ".", result.outputClass->Name());
-    }
-  }
-  WriteReport(reportPath, result.rtfReport);
+  WriteReport(reportPath, result.rtfReport, "The plots were saved to '" + result.outputClass->FullPath() + "'");
   std::fputs(RtfToPlainText(result.rtfReport).c_str(), stdout);
   std::fprintf(stderr, "Wrote %ld plots in %ld stands to %s; report: %s\n", result.plotsWritten, result.standsDone,
                result.outputClass->FullPath().c_str(), reportPath.c_str());
@@ -351,7 +420,8 @@ void RegisterPlotLayout(CLI::App& app, CommandAction& action) {
   sub->add_option("--anchor-crs", o->anchorCrs, "Coordinate system of --anchor (default: the stands')");
   sub->add_option("--anchor-layer", o->anchorLayer, "Point layer whose first (selected) point is the anchor");
   sub->add_option("--anchor-selected", o->anchorSelected, "Attribute filter selecting the anchor point");
-  sub->add_option("--report", o->report, "RTF report path (default: NAME_report.rtf beside the output)");
+  sub->add_option("--report", o->report, "RTF report path (default: NAME_report.rtf beside the output, numbered when taken)");
+  sub->add_option("--max-plots", o->maxPlots, "Refuse a run expected to lay out more plots than this (default 50000000)");
   o->transform.AddTo(*sub);
   sub->callback([o, &action] {
     action = [o](CommandContext& context) { return RunPlotLayout(*o, context); };

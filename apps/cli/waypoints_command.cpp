@@ -5,11 +5,14 @@
 #include <fstream>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "command_support.h"
 #include "commands.h"
 #include "transform_option.h"
+#include "platform/dataset_files.h"
 #include "platform/errors.h"
+#include "platform/host/interrupt_signals.h"
 #include "presentation/rtf_text.h"
 #include "support/lookups.h"
 #include "transforms/transform_search.h"
@@ -50,6 +53,20 @@ platform::Field RequireField(const platform::FeatureLayer& layer, const std::str
   return field;
 }
 
+// Names the records a field computer will misread: all of them up to ten,
+// then how many more.
+void WarnOfMisreadRecords(const std::vector<std::string>& records) {
+  if (records.empty()) return;
+  constexpr std::size_t kNamed = 10;
+  std::string named;
+  for (std::size_t i = 0; i < records.size() && i < kNamed; ++i) named += (i == 0 ? "" : ", ") + records[i];
+  if (records.size() > kNamed) named += " and " + std::to_string(records.size() - kNamed) + " more";
+  std::fprintf(stderr,
+               "Warning: %zu waypoint record%s hold%s a comma or a line break in the Plot ID or Stand ID, which the "
+               "field computer will misread: %s\n",
+               records.size(), records.size() == 1 ? "" : "s", records.size() == 1 ? "s" : "", named.c_str());
+}
+
 int RunWaypoints(WaypointOptions& options, CommandContext& context) {
   WaypointParameters parameters;
   parameters.pointLayer = OpenLayer(options.points);
@@ -87,7 +104,11 @@ int RunWaypoints(WaypointOptions& options, CommandContext& context) {
   if (!problems.empty()) throw UsageError(" Problems with Plot ID Values:\n" + problems);
 
   parameters.outputPath = WaypointOutputPath(options.out);
+  std::vector<std::string> datasets = platform::DatasetFiles(*layer.featureClass);
+  RefuseWritingOver("--out", parameters.outputPath, datasets);
+  datasets.push_back(parameters.outputPath);
   std::error_code ec;
+  // An existing file is replaced only once the new one is complete.
   if (std::filesystem::exists(parameters.outputPath, ec)) {
     const auto answer = context.application.MessageBox(WaypointFileExistsQuestion(parameters.outputPath),
                                                        kWaypointFileExistsTitle,
@@ -96,7 +117,6 @@ int RunWaypoints(WaypointOptions& options, CommandContext& context) {
     if (answer != platform::host::MessageResult::Yes) {
       throw UsageError("The file '" + parameters.outputPath + "' already exists; pass --overwrite to replace it.");
     }
-    std::filesystem::remove(parameters.outputPath, ec);
   }
   if (const std::string folder = CheckWaypointOutputFolder(parameters.outputPath); !folder.empty()) {
     throw UsageError(folder);
@@ -110,15 +130,21 @@ int RunWaypoints(WaypointOptions& options, CommandContext& context) {
   parameters.transformation = resolved.transformation;
   parameters.direction = resolved.direction;
 
-  const WaypointResult result = CreateWaypointFile(context.application, &context.document, parameters);
-  if (!result.Succeeded()) {
-    throw std::runtime_error("The waypoint conversion failed; no file was written." +
-                             (result.errorLogPath.empty() ? std::string() : " Error log: " + result.errorLogPath));
-  }
   const std::filesystem::path out(parameters.outputPath);
-  const std::string reportPath =
-      options.report.empty() ? (out.parent_path() / (out.stem().string() + "_report.rtf")).string() : options.report;
-  WriteReport(reportPath, result.report);
+  const std::string reportPath = SettleReportPath(
+      options.report, (out.parent_path() / (out.stem().string() + "_report.rtf")).string(), context.overwrite, datasets);
+  const platform::DatasetLock lock = LockForRun(parameters.outputPath);
+
+  WaypointResult result;
+  {
+    const platform::host::InterruptGuard interrupts;
+    result = CreateWaypointFile(context.application, &context.document, parameters);
+  }
+  if (!result.Succeeded()) {
+    return RunFailed("the waypoint conversion failed", result.errorReason, result.errorLogPath, result.errorText);
+  }
+  WarnOfMisreadRecords(result.misreadRecords);
+  WriteReport(reportPath, result.report, "The waypoints were saved to '" + parameters.outputPath + "'");
   std::fputs(RtfToPlainText(result.report).c_str(), stdout);
   std::fprintf(stderr, "Wrote %lld waypoints to %s; report: %s\n", static_cast<long long>(result.records),
                parameters.outputPath.c_str(), reportPath.c_str());

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "platform/errors.h"
+#include "platform/host/interrupt_signals.h"
 #include "platform/version.h"
 
 namespace tarnwick::platform::host {
@@ -98,8 +100,13 @@ MessageResult TerminalApplication::MessageBox(const std::string& text, const std
 }
 
 void TerminalApplication::ShowMessageWindow(const std::string& text) {
+  if (keepMessageWindowsBack_) return;
   std::fprintf(out_, "%s\n", text.c_str());
   std::fflush(out_);
+}
+
+void TerminalApplication::DoEvents() {
+  if (TakeInterrupt()) throw RunInterrupted();
 }
 
 Version TerminalApplication::GetVersion() const { return {kVersionMajor, kVersionMinor, kVersionRevision}; }

@@ -40,14 +40,22 @@ class TerminalApplication : public Application {
   StatusBar& GetStatusBar() override { return statusBar_; }
   MessageResult MessageBox(const std::string& text, const std::string& title, MessageButtons buttons,
                            MessageIcon icon) override;
+  // Prints the text, unless message windows are kept back (see below).
   void ShowMessageWindow(const std::string& text) override;
-  void DoEvents() override {}
+  // Throws platform::RunInterrupted when Ctrl-C was pressed during the run
+  // (see interrupt_signals.h).
+  void DoEvents() override;
   Version GetVersion() const override;
   int VersionNumber() const override;
+
+  // A command line that says in a line of its own what went wrong keeps the
+  // error road's call stack in the log file instead of printing it.
+  void KeepMessageWindowsBack(bool keep) { keepMessageWindowsBack_ = keep; }
 
  private:
   std::FILE* out_;
   Answerer answer_;
+  bool keepMessageWindowsBack_ = false;
   TerminalStatusBar statusBar_;
 };
 

@@ -1,0 +1,51 @@
+#include "argument_checks.h"
+
+#include "usage_error.h"
+
+namespace tarnwick::cli {
+
+namespace {
+
+[[noreturn]] void Refuse(std::string_view option, const std::string& text, const std::string& problem) {
+  throw UsageError(std::string(option) + " '" + text + "': " + problem);
+}
+
+double Checked(std::string_view option, const std::string& text, const std::string& part, std::string_view what,
+               const NumberLimits& limits) {
+  const auto value = ParseNumber(part);
+  if (!value) Refuse(option, text, std::string(what) + " must be a number");
+  if (const std::string problem = NumberProblem(*value, limits); !problem.empty()) {
+    Refuse(option, text, std::string(what) + " " + problem);
+  }
+  return *value;
+}
+
+}  // namespace
+
+double NumberArgument(std::string_view option, const std::string& text, std::string_view what,
+                      const NumberLimits& limits) {
+  return Checked(option, text, text, what, limits);
+}
+
+long WholeNumberArgument(std::string_view option, const std::string& text, std::string_view what, long low,
+                         long high) {
+  const auto value = ParseWholeNumber(text);
+  if (!value) Refuse(option, text, std::string(what) + " must be a whole number");
+  NumberLimits limits;
+  limits.low = static_cast<double>(low);
+  limits.high = static_cast<double>(high);
+  if (const std::string problem = NumberProblem(static_cast<double>(*value), limits); !problem.empty()) {
+    Refuse(option, text, std::string(what) + " " + problem);
+  }
+  return *value;
+}
+
+std::pair<double, double> NumberPairArgument(std::string_view option, const std::string& text, char separator,
+                                             std::string_view whatX, std::string_view whatY,
+                                             const NumberLimits& limits) {
+  const auto parts = SplitPair(text, separator);
+  if (!parts) Refuse(option, text, "two numbers separated by '" + std::string(1, separator) + "' are expected");
+  return {Checked(option, text, parts->first, whatX, limits), Checked(option, text, parts->second, whatY, limits)};
+}
+
+}  // namespace tarnwick::cli
