@@ -66,7 +66,7 @@ CaughtError CurrentError(std::string_view module) {
   }
 }
 
-void HandleError(std::string_view routine, std::string_view module, std::source_location where) {
+void HandleError(std::string_view routine, std::string_view module, SourceLocation where) {
   try {
     if (std::current_exception()) throw;
   } catch (const platform::RunInterrupted&) {

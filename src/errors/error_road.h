@@ -8,8 +8,29 @@
 #include <source_location>
 #include <string>
 #include <string_view>
+#include <version>
 
 namespace tarnwick {
+
+// Where a routine meets the error road. The standard library's
+// source_location where the compiler supports it; clang before 15 (which
+// builds the fuzzing targets) offers only the line builtin.
+#if defined(__cpp_lib_source_location)
+using SourceLocation = std::source_location;
+#else
+class SourceLocation {
+ public:
+  static constexpr SourceLocation current(unsigned line = __builtin_LINE()) noexcept {
+    SourceLocation where;
+    where.line_ = line;
+    return where;
+  }
+  constexpr unsigned line() const noexcept { return line_; }
+
+ private:
+  unsigned line_ = 0;
+};
+#endif
 
 // The line break of every text the error road builds (the stack, the banner,
 // the log), the same as the text writer ends its files with.
@@ -63,13 +84,13 @@ CaughtError CurrentError(std::string_view module);
 // into a RoutineError with this routine's line added in front, and throws it.
 // An interruption of the run (platform::RunInterrupted) climbs unchanged.
 [[noreturn]] void HandleError(std::string_view routine, std::string_view module,
-                              std::source_location where = std::source_location::current());
+                              SourceLocation where = SourceLocation::current());
 
 // Runs body; any exception it lets out goes through HandleError under this
 // routine's name.
 template <class Body>
 decltype(auto) Guarded(std::string_view routine, std::string_view module, Body&& body,
-                       std::source_location where = std::source_location::current()) {
+                       SourceLocation where = SourceLocation::current()) {
   try {
     return body();
   } catch (...) {

@@ -4,7 +4,7 @@
 
 namespace tarnwick::metadata {
 
-void ReportCurrentError(std::string_view routine, std::source_location where) {
+void ReportCurrentError(std::string_view routine, SourceLocation where) {
   try {
     HandleError(routine, kMetadataModule, where);
   } catch (const RoutineError& error) {

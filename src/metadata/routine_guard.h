@@ -14,11 +14,11 @@ inline constexpr std::string_view kMetadataModule = "Metadata_Functions";
 
 // Called from a catch block: passes the current error through HandleError
 // under this routine's name and reports the resulting call stack.
-void ReportCurrentError(std::string_view routine, std::source_location where);
+void ReportCurrentError(std::string_view routine, SourceLocation where);
 
 template <class Result, class Body>
 Result GuardedOr(std::string_view routine, Result failure, Body&& body, bool* errorFlag = nullptr,
-                 std::source_location where = std::source_location::current()) {
+                 SourceLocation where = SourceLocation::current()) {
   try {
     return body();
   } catch (...) {

@@ -31,7 +31,7 @@ std::string LogDirectory(const platform::host::MapDocument* document) {
 
 ErrorLog HandleErrorAtEntryPoint(std::string_view routine, std::string_view module,
                                  platform::host::Application* application,
-                                 const platform::host::MapDocument* document, std::source_location where) {
+                                 const platform::host::MapDocument* document, SourceLocation where) {
   return HandleErrorAtEntryPoint(routine, module, application, document, static_cast<long>(where.line()));
 }
 

@@ -30,7 +30,7 @@ struct ErrorLog {
 ErrorLog HandleErrorAtEntryPoint(std::string_view routine, std::string_view module,
                                  platform::host::Application* application,
                                  const platform::host::MapDocument* document,
-                                 std::source_location where = std::source_location::current());
+                                 SourceLocation where = SourceLocation::current());
 // The same, with the line the routine had reached given as such (a driver
 // whose failure report names that line gives the log the same one).
 ErrorLog HandleErrorAtEntryPoint(std::string_view routine, std::string_view module,
