@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "platform/errors.h"
+#include "platform/internal/shapefile_files.h"
 #include "platform/workspace.h"
 
 namespace tarnwick::platform {
@@ -90,6 +91,13 @@ FeatureLayer OpenFeatureLayer(const std::string& layerSource) {
     layerName = split.name;
   }
   if (!workspace->NameExists(layerName)) {
+    // A shapefile that is there but that the driver passed over: say why.
+    if (workspace->Kind() == WorkspaceKind::ShapefileFolder) {
+      const std::string damage = internal::ShapefileDamage(workspace->PathName(), layerName);
+      if (!damage.empty() && std::filesystem::exists(path, ec)) {
+        throw PlatformError(kErrDamagedData, kSource, "Cannot open layer '" + layerSource + "': " + damage);
+      }
+    }
     throw PlatformError(kErrPlatform, kSource,
                         "Cannot open layer '" + layerSource + "': no feature class named '" + layerName + "' in '" +
                             workspace->PathName() + "'");

@@ -3,6 +3,7 @@
 #include "platform/internal/ogr_workspace.h"
 
 #include <cpl_string.h>
+#include <sqlite3.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -155,6 +156,10 @@ void OgrWorkspace::StartEditing() {
   RequireWritable("edit");
   if (editing_) throw PlatformError(kErrPlatform, kSource, "'" + path_ + "' is already being edited");
   QuietGdalErrors quiet;
+  if (kind_ == WorkspaceKind::FileGeodatabase) {
+    filesBeforeEdit_.clear();
+    for (const auto& entry : std::filesystem::directory_iterator(path_)) filesBeforeEdit_.insert(entry.path().filename().string());
+  }
   if (kind_ == WorkspaceKind::ShapefileFolder) {
     staging_ = std::make_unique<ShapefileStaging>(path_);
   } else if (dataset_->StartTransaction(kind_ == WorkspaceKind::FileGeodatabase ? TRUE : FALSE) != OGRERR_NONE) {
@@ -212,12 +217,40 @@ void OgrWorkspace::Discard() {
     }
     return;
   }
+  // SQLite ends a transaction itself when a write fails for want of space;
+  // GDAL, not knowing, would then write its bookkeeping for the layers
+  // (feature counts, spatial index rows) outside any transaction as it
+  // rolls back. A transaction opened here takes those writes instead.
+  if (kind_ == WorkspaceKind::GeoPackage) {
+    auto* db = static_cast<sqlite3*>(dataset_->GetInternalHandle("SQLITE_HANDLE"));
+    if (db != nullptr && sqlite3_get_autocommit(db) != 0) sqlite3_exec(db, "BEGIN", nullptr, nullptr, nullptr);
+  }
   // SQLite removes its journal as it rolls back; a file geodatabase puts its
-  // backed-up tables back. GDAL's own picture of the layers may then be
-  // out of date, so a geodatabase, which has a connection of its own, is
-  // read afresh.
+  // backed-up tables back.
   dataset_->RollbackTransaction();
-  if (kind_ == WorkspaceKind::FileGeodatabase) Reopen();
+  if (kind_ == WorkspaceKind::GeoPackage) {
+    // GDAL keeps some of a GeoPackage's bookkeeping (feature counts,
+    // extents) in memory to write when the package closes, and would write
+    // the session's figures then. Written now, in a transaction of their
+    // own that is rolled back too, they are written no more.
+    if (dataset_->StartTransaction() == OGRERR_NONE) {
+      for (int i = 0; i < dataset_->GetLayerCount(); ++i) dataset_->GetLayer(i)->SyncToDisk();
+      dataset_->FlushCache(false);
+      dataset_->RollbackTransaction();
+    }
+  } else {
+    // The geodatabase's rollback puts back the tables it backed up, but not
+    // files the session added beside them (a table's list of free space,
+    // which would no longer be true); they go, and the geodatabase, which
+    // has a connection of its own, is read afresh.
+    std::error_code ec;
+    for (const auto& entry : std::filesystem::directory_iterator(path_, ec)) {
+      if (entry.is_regular_file() && !filesBeforeEdit_.count(entry.path().filename().string())) {
+        std::filesystem::remove(entry.path(), ec);
+      }
+    }
+    Reopen();
+  }
 }
 
 void OgrWorkspace::Reopen() {

@@ -12,6 +12,7 @@
 #include <ogrsf_frmts.h>
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -80,6 +81,7 @@ class OgrWorkspace final : public Workspace, public std::enable_shared_from_this
   std::unique_ptr<ShapefileStaging> staging_;  // a shapefile folder's session
   std::vector<StagedFile> waitingFiles_;       // written at a successful commit
   std::vector<std::string> filesToRemove_;     // removed at a successful commit
+  std::set<std::string> filesBeforeEdit_;      // a geodatabase folder's files when its session began
   std::vector<std::weak_ptr<OgrFeatureClass>> classes_;
 };
 

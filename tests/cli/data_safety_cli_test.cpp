@@ -1,0 +1,441 @@
+// Bad inputs, grouped by kind, run through the program: each case checks the
+// exit code, the first line the program says, and that every input and old
+// output reads back as it was, with nothing left beside it.
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/mount.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "cli/tarnwick_program.h"
+#include "platform/dataset_lock.h"
+#include "platform/workspace.h"
+#include "testkit/dataset_snapshot.h"
+
+namespace tarnwick {
+namespace {
+
+namespace fs = std::filesystem;
+using platform::Field;
+using platform::FieldType;
+using platform::Value;
+using testkit::CommandRun;
+using testkit::TempDir;
+
+const platform::SpatialReference& Utm() {
+  static const auto utm = platform::SpatialReference::FromEpsg(26910);
+  return utm;
+}
+
+std::string Square(double x, double side) {
+  auto p = [](double a, double b) { return std::to_string(a) + " " + std::to_string(b); };
+  const double y = 4000000;
+  return "POLYGON((" + p(x, y) + "," + p(x + side, y) + "," + p(x + side, y + side) + "," + p(x, y + side) + "," +
+         p(x, y) + "))";
+}
+
+// stands.gpkg|Stands: StandID, Orient; squares of side metres in a row.
+void MakeStands(const TempDir& dir, const std::vector<Value>& ids, double side = 100, Value secondOrient = Value{0.0}) {
+  platform::Workspace::NewFeatureClass spec;
+  spec.name = "Stands";
+  spec.geometryType = platform::GeometryType::Polygon;
+  spec.spatialReference = Utm();
+  spec.fields = {Field{"StandID", "", FieldType::String, 10}, Field{"Orient", "", FieldType::Double}};
+  auto stands = platform::Workspace::OpenOrCreate(dir / "stands.gpkg")->CreateFeatureClass(spec);
+  auto cursor = stands->Insert();
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+    auto buffer = cursor->CreateFeatureBuffer();
+    buffer.shape = platform::Geometry::FromWkt(Square(500000 + 2 * side * static_cast<double>(i), side), Utm());
+    buffer.values[2] = ids[i];
+    buffer.values[3] = i == 1 ? secondOrient : Value{0.0};
+    cursor->InsertFeature(buffer);
+  }
+  cursor->Flush();
+}
+
+const char* kStands = "--stands stands.gpkg --stand-id StandID";
+
+// Class Plots (PlotID text) in the store: three points, the second without
+// a shape, which fails a stand ID import or a waypoint file.
+void MakePlots(const std::string& store) {
+  platform::Workspace::NewFeatureClass spec;
+  spec.name = platform::Workspace::KindOfPath(store) == platform::WorkspaceKind::ShapefileFolder ? "plots" : "Plots";
+  spec.spatialReference = Utm();
+  spec.fields = {Field{"PlotID", "", FieldType::String, 10}};
+  auto plots = platform::Workspace::OpenOrCreate(store)->CreateFeatureClass(spec);
+  auto cursor = plots->Insert();
+  for (int i = 0; i < 3; ++i) {
+    auto buffer = cursor->CreateFeatureBuffer();
+    if (i != 1) buffer.shape = platform::Geometry::MakePoint(500050 + 10 * i, 4000050, Utm());
+    buffer.values[2] = Value{"P" + std::to_string(i)};
+    cursor->InsertFeature(buffer);
+  }
+  cursor->Flush();
+}
+
+struct Store {
+  const char* name;
+  const char* store;   // as made
+  const char* layer;   // as a layer source
+  const char* output;  // the class as an --out path
+};
+const Store kStores[] = {{"shapefile", "shp", "shp/plots.shp", "shp/plots.shp"},
+                         {"file geodatabase", "inv.gdb", "inv.gdb|layername=Plots", "inv.gdb/Plots"},
+                         {"GeoPackage", "inv.gpkg", "inv.gpkg|layername=Plots", "inv.gpkg/Plots"}};
+
+// The first line the program says, progress and notes aside.
+std::string FirstMessage(const std::string& err) {
+  for (std::size_t at = 0; at < err.size();) {
+    const std::size_t end = err.find('\n', at);
+    const std::string line = err.substr(at, end == std::string::npos ? std::string::npos : end - at);
+    if (line.starts_with("tarnwick:")) return line;
+    at = end == std::string::npos ? err.size() : end + 1;
+  }
+  return "";
+}
+
+// Everything the test compares before and after a run that must change nothing.
+struct Picture {
+  std::vector<std::string> snapshots;
+  std::set<std::string> entries;
+};
+Picture Take(const TempDir& dir, const std::vector<std::string>& layers) {
+  Picture picture;
+  for (const auto& layer : layers) picture.snapshots.push_back(testkit::Snapshot(dir / layer));
+  picture.entries = testkit::FolderEntries(dir.path());
+  return picture;
+}
+void ExpectUnchanged(const Picture& before, const Picture& after) {
+  EXPECT_EQ(before.snapshots, after.snapshots);
+  EXPECT_EQ(before.entries, after.entries);
+}
+
+TEST(DataSafety, FailingMidRunChangesNothingInAnyStore) {
+  TempDir dir;
+  MakeStands(dir, {Value{std::string("A")}, Value{std::string("B")}, Value{}, Value{std::string("D")}});
+  for (const Store& store : kStores) MakePlots(dir / store.store);
+  std::ofstream(dir / "old.way") << "old waypoints\r\n";
+  std::vector<std::string> layers = {"stands.gpkg"};
+  for (const Store& store : kStores) layers.push_back(store.layer);
+  const Picture before = Take(dir, layers);
+
+  const std::string nullStand = "tarnwick: the plot layout failed at stand '<Null>' (3 of 4): Invalid use of Null";
+  for (const Store& store : kStores) {
+    SCOPED_TRACE(store.name);
+    const std::string grid = "plot-layout " + std::string(kStands) + " --units meters --spacing 30,30 ";
+    for (const std::string& output : {"--into \"" + std::string(store.layer) + "\" --plot-id-field PlotID",
+                                      "--out " + std::string(store.output) + " --overwrite"}) {
+      const CommandRun run = Tarnwick(dir, grid + output);
+      EXPECT_EQ(run.exitCode, 1) << run.err;
+      EXPECT_EQ(FirstMessage(run.err), nullStand) << run.err;
+      EXPECT_NE(run.err.find(nullStand + "\nNothing was changed. The failure report is on standard output. Error log: "),
+                std::string::npos);
+    }
+    const CommandRun run =
+        Tarnwick(dir, "import-stand-ids " + std::string(kStands) + " --points \"" + store.layer + "\" --clone");
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(FirstMessage(run.err).rfind("tarnwick: the stand ID import into '", 0), 0u) << run.err;
+    EXPECT_NE(run.err.find(" has no geometry."), std::string::npos) << run.err;
+  }
+  const CommandRun run = Tarnwick(dir, "waypoints --points shp/plots.shp --plot-id PlotID --out old.way --overwrite");
+  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_EQ(FirstMessage(run.err), "tarnwick: the waypoint conversion failed: Point feature 1 of 'plots' has no geometry.");
+  ExpectUnchanged(before, Take(dir, layers));
+  EXPECT_EQ(testkit::ReadFile(dir / "old.way"), "old waypoints\r\n");
+}
+
+TEST(DataSafety, PathsThatHoldTheRunsDataAreRefused) {
+  TempDir dir;
+  MakeStands(dir, {Value{std::string("A")}});
+  MakePlots(dir / "shp");
+  std::ofstream(dir / "old.way") << "old waypoints\r\n";
+  std::ofstream(dir / "taken.rtf") << "a report";
+  const std::vector<std::string> layers = {"stands.gpkg", "shp/plots.shp"};
+  const Picture before = Take(dir, layers);
+  const std::string grid = "plot-layout " + std::string(kStands) + " --units meters --spacing 30,30 ";
+  const std::string waypoints = "waypoints --points shp/plots.shp --plot-id PlotID ";
+  struct Case {
+    std::string arguments;
+    std::string firstLine;
+  };
+  const Case cases[] = {
+      {grid + "--out stands.gpkg/Stands --overwrite",
+       "--out 'stands.gpkg/Stands' is the stand layer 'Stands', which this run reads"},
+      {grid + "--out new.gpkg/Plots --report stands.gpkg", "--report 'stands.gpkg' would write over 'stands.gpkg'"},
+      {grid + "--into shp/plots.shp --plot-id-field PlotID --report shp/plots.dbf",
+       "--report 'shp/plots.dbf' would write over"},
+      {"import-stand-ids " + std::string(kStands) + " --points shp/plots.shp --clone --report stands.gpkg",
+       "--report 'stands.gpkg' would write over 'stands.gpkg'"},
+      {waypoints + "--out old.way --overwrite --report old.way", "--report 'old.way' would write over 'old.way'"},
+      {waypoints + "--out new.way --report taken.rtf",
+       "--report 'taken.rtf': the file already exists; pass --overwrite to replace it."},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.arguments);
+    const CommandRun run = Tarnwick(dir, c.arguments);
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_EQ(FirstMessage(run.err).rfind("tarnwick: " + c.firstLine, 0), 0u) << run.err;
+  }
+  ExpectUnchanged(before, Take(dir, layers));
+  EXPECT_EQ(testkit::ReadFile(dir / "taken.rtf"), "a report");
+
+  // The default report never replaces one: it takes the next free number.
+  ASSERT_EQ(Tarnwick(dir, grid + "--out out.gpkg/Plots").exitCode, 0);
+  const std::string first = testkit::ReadFile(dir / "Plots_report.rtf");
+  ASSERT_EQ(Tarnwick(dir, grid + "--out out.gpkg/Plots --overwrite --orientation 45").exitCode, 0);
+  EXPECT_EQ(testkit::ReadFile(dir / "Plots_report.rtf"), first);
+  EXPECT_NE(testkit::ReadFile(dir / "Plots_report_1.rtf").find("45"), std::string::npos);
+}
+
+// tarnwick running in the background with its messages read as they come.
+class BackgroundRun {
+ public:
+  BackgroundRun(const TempDir& dir, const std::string& arguments) {
+    int pipeFds[2];
+    EXPECT_EQ(::pipe(pipeFds), 0);
+    const std::string script = "cd '" + dir.path().string() + "' && exec '" + TARNWICK_EXE + "' " + arguments +
+                               " 2>&" + std::to_string(pipeFds[1]) + " >/dev/null";
+    const char* argv[] = {"sh", "-c", script.c_str(), nullptr};
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addclose(&actions, pipeFds[0]);
+    EXPECT_EQ(posix_spawn(&pid_, "/bin/sh", &actions, nullptr, const_cast<char* const*>(argv), environ), 0);
+    posix_spawn_file_actions_destroy(&actions);
+    ::close(pipeFds[1]);
+    err_ = fdopen(pipeFds[0], "r");
+  }
+  ~BackgroundRun() {
+    if (err_) std::fclose(err_);
+  }
+  // Reads the messages up to the line that starts with start; false at their end.
+  bool WaitFor(const std::string& start) {
+    char line[4096];
+    while (std::fgets(line, sizeof line, err_)) {
+      messages_ += line;
+      if (std::string(line).starts_with(start)) return true;
+    }
+    return false;
+  }
+  void Signal(int signal) { ::kill(pid_, signal); }
+  int Finish() {
+    WaitFor("\x01");  // reads to the end
+    int status = 0;
+    ::waitpid(pid_, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+  const std::string& Messages() const { return messages_; }
+
+ private:
+  pid_t pid_ = -1;
+  std::FILE* err_ = nullptr;
+  std::string messages_;
+};
+
+TEST(DataSafety, CtrlCRollsBackInEveryStore) {
+  TempDir dir;
+  std::vector<Value> ids;
+  for (int i = 0; i < 200; ++i) ids.push_back(Value{"S" + std::to_string(i)});
+  MakeStands(dir, ids, 400);  // 40,000 plots a stand at 2 m: far longer than a signal takes
+  for (const Store& store : kStores) MakePlots(dir / store.store);
+  std::vector<std::string> layers;
+  for (const Store& store : kStores) layers.push_back(store.layer);
+  const Picture before = Take(dir, layers);
+  for (const Store& store : kStores) {
+    SCOPED_TRACE(store.name);
+    BackgroundRun run(dir, "plot-layout " + std::string(kStands) + " --units meters --spacing 2,2 --into \"" +
+                               store.layer + "\" --plot-id-field PlotID");
+    ASSERT_TRUE(run.WaitFor("Generating Plots in Stands")) << run.Messages();
+    run.Signal(SIGINT);
+    EXPECT_EQ(run.Finish(), 130);
+    EXPECT_EQ(FirstMessage(run.Messages()), "tarnwick: interrupted; nothing was changed.") << run.Messages();
+  }
+  ExpectUnchanged(before, Take(dir, layers));
+}
+
+// A small file system of its own, mounted for the test where the machine
+// lets it (as root); the test is skipped elsewhere.
+class SmallDisk {
+ public:
+  explicit SmallDisk(const fs::path& at) : at_(at) {
+    fs::create_directories(at_);
+    mounted_ = ::mount("tarnwick-test", at_.c_str(), "tmpfs", 0, "size=1m") == 0;
+  }
+  ~SmallDisk() {
+    if (mounted_) ::umount(at_.c_str());
+  }
+  bool Mounted() const { return mounted_; }
+
+ private:
+  fs::path at_;
+  bool mounted_ = false;
+};
+
+TEST(DataSafety, AFullDiskFailsTheRunAndKeepsTheOldOutput) {
+  TempDir dir;
+  const SmallDisk disk(dir.path() / "disk");
+  if (!disk.Mounted()) GTEST_SKIP() << "no small file system can be mounted here";
+  MakeStands(dir, {Value{std::string("A")}, Value{std::string("B")}});
+  struct Case {
+    const char* output;
+    const char* layer;
+    const char* reason;
+  };
+  const Case cases[] = {{"disk/shp/plots.shp", "disk/shp/plots.shp", "No space left on device"},
+                        {"disk/inv.gdb/Plots", "disk/inv.gdb|layername=Plots", "Cannot insert a feature into 'Plots'"},
+                        {"disk/inv.gpkg/Plots", "disk/inv.gpkg|layername=Plots", "database or disk is full"}};
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.output);
+    MakePlots(platform::SplitClassPath(dir / c.output).workspace);
+    const Picture before = Take(dir, {c.layer});
+    const CommandRun run = Tarnwick(dir, "plot-layout " + std::string(kStands) +
+                                             " --units meters --spacing 0.5,0.5 --overwrite --out " + c.output);
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(FirstMessage(run.err).rfind("tarnwick: the plot layout failed at stand '", 0), 0u) << run.err;
+    EXPECT_NE(FirstMessage(run.err).find(c.reason), std::string::npos) << run.err;
+    ExpectUnchanged(before, Take(dir, {c.layer}));
+  }
+}
+
+TEST(DataSafety, ASecondRunOnADatasetInUseIsRefused) {
+  TempDir dir;
+  MakeStands(dir, {Value{std::string("A")}});
+  MakePlots(dir / "shp");
+  const std::string into = "plot-layout " + std::string(kStands) +
+                           " --units meters --spacing 30,30 --into shp/plots.shp --plot-id-field PlotID";
+  const std::string inUse = "tarnwick: 'shp/plots.shp' is in use by another run (process " +
+                            std::to_string(::getpid()) + "); try again when it has finished. Nothing was changed.";
+  {
+    const platform::DatasetLock otherRun = platform::DatasetLock::Acquire(dir / "shp/plots.shp");
+    const Picture before = Take(dir, {"shp/plots.shp"});
+    for (const std::string& arguments :
+         {into, "import-stand-ids " + std::string(kStands) + " --points shp/plots.shp --clone"}) {
+      const CommandRun run = Tarnwick(dir, arguments);
+      EXPECT_EQ(run.exitCode, 2);
+      EXPECT_EQ(FirstMessage(run.err), inUse) << run.err;
+    }
+    ExpectUnchanged(before, Take(dir, {"shp/plots.shp"}));
+  }
+  // Once the other run is over the dataset is free, and no lock file stays.
+  EXPECT_EQ(Tarnwick(dir, into).exitCode, 0);
+  EXPECT_FALSE(fs::exists(dir / "shp/.plots.shp.tarnwick-lock"));
+}
+
+TEST(DataSafety, HangProneNumbersAreRefusedBeforeAnythingIsWritten) {
+  TempDir dir;
+  MakeStands(dir, {Value{std::string("A")}, Value{std::string("B")}}, 100, Value{HUGE_VAL});
+  const Picture before = Take(dir, {"stands.gpkg"});
+  const std::string run = "plot-layout " + std::string(kStands) + " --units meters --out out.gpkg/Plots ";
+  struct Case {
+    std::string arguments;
+    std::string firstLine;
+  };
+  const Case cases[] = {
+      {"--plots 5 --orientation 1e308", "--orientation '1e308': the orientation must be at most 360"},
+      {"--plots 5 --orientation inf", "--orientation 'inf': the orientation must be a number"},
+      {"--plots 1000000000", "--plots '1000000000': the number of plots per stand must be at most 50000000"},
+      {"--spacing 0.1,0.1 --max-plots 1000000",
+       "This run would lay out about 2,000,000 plots, more than the limit of 1,000,000. Pass a larger --max-plots"},
+      {"--plots 5 --orientation-field Orient",
+       "Stand 'B': the orientation in field 'Orient' is inf, which is not a finite number. Nothing was changed."},
+      {"--plots 5 --buffer 1e300 --buffer-units chains",
+       "--buffer '1e300': the buffer distance must be at most 1000000000"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.arguments);
+    const CommandRun result = Tarnwick(dir, run + c.arguments);
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(FirstMessage(result.err).rfind("tarnwick: " + c.firstLine, 0), 0u) << result.err;
+  }
+  ExpectUnchanged(before, Take(dir, {"stands.gpkg"}));
+}
+
+TEST(DataSafety, DamagedFilesAreNamedWithTheReason) {
+  TempDir dir;
+  MakePlots(dir / "shp");
+  auto damagedCopy = [&](const std::string& folder, const std::string& ending, std::uintmax_t size) {
+    fs::copy(dir / "shp", dir / folder);
+    fs::resize_file(dir / (folder + "/plots" + ending), size);
+  };
+  damagedCopy("cut_shp", ".shp", 150);
+  damagedCopy("cut_dbf", ".dbf", 80);
+  std::ofstream(dir / "fake.gpkg") << "not a database";
+  fs::create_directories(dir / "fake");
+  std::ofstream(dir / "fake/plots.shp") << "not a shapefile either, but long enough to hold a header of a hundred bytes "
+                                            "if it were one, which it is not";
+  struct Case {
+    std::string layer;
+    std::string firstLine;
+  };
+  const Case cases[] = {
+      {"cut_shp/plots.shp", "Cannot use the layer 'cut_shp/plots.shp': 'cut_shp/plots.shp' is damaged: it holds 150 bytes"},
+      {"cut_dbf/plots.shp", "Cannot use the layer 'cut_dbf/plots.shp': 'cut_dbf/plots.dbf' is damaged: it should hold 3 records"},
+      {"fake.gpkg", "Cannot open 'fake.gpkg': it is not a GeoPackage"},
+      {"fake/plots.shp", "Cannot open layer 'fake/plots.shp': 'fake/plots.shp' is not a shapefile file"},
+  };
+  const Picture before = Take(dir, {});
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.layer);
+    const CommandRun run = Tarnwick(dir, "waypoints --points " + c.layer + " --plot-id PlotID --out x.way");
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_EQ(FirstMessage(run.err).rfind("tarnwick: " + c.firstLine, 0), 0u) << run.err;
+  }
+  ExpectUnchanged(before, Take(dir, {}));
+}
+
+TEST(DataSafety, BadArgumentsGiveOneLineNamingTheOptionAndValue) {
+  TempDir dir;
+  MakeStands(dir, {Value{std::string("A")}});
+  const std::string run = "plot-layout " + std::string(kStands) + " --units meters --out out.gpkg/Plots ";
+  const std::pair<std::string, std::string> cases[] = {
+      {"--spacing 0,10", "--spacing '0,10': the X spacing must be greater than 0"},
+      {"--spacing nan,10", "--spacing 'nan,10': the X spacing must be a number"},
+      {"--plots -5", "--plots '-5': the number of plots per stand must be at least 0"},
+      {"--plots 5 --ratio 1:-2", "--ratio '1:-2': the Y-value of the ratio must be greater than 0"},
+      {"--plots 5 --anchor nan,nan", "--anchor 'nan,nan': the anchor's X-coordinate must be a number"},
+      {"--plots 5 --start 1.5", "--start '1.5': the first plot number must be a whole number"},
+      {"--plots 5 --max-plots 0", "--max-plots '0': the plot limit must be at least 1"},
+  };
+  for (const auto& [arguments, line] : cases) {
+    const CommandRun result = Tarnwick(dir, run + arguments);
+    EXPECT_EQ(result.exitCode, 2) << arguments;
+    EXPECT_EQ(result.err, "tarnwick: " + line + "\n");
+  }
+  EXPECT_FALSE(fs::exists(dir / "out.gpkg"));
+}
+
+TEST(DataSafety, WaypointRecordsAFieldComputerWouldMisreadAreNamed) {
+  TempDir dir;
+  platform::Workspace::NewFeatureClass spec;
+  spec.name = "Plots";
+  spec.spatialReference = platform::SpatialReference::FromEpsg(4326);
+  spec.fields = {Field{"PlotID", "", FieldType::String, 10}, Field{"StandID", "", FieldType::String, 20}};
+  auto plots = platform::Workspace::OpenOrCreate(dir / "plots.gpkg")->CreateFeatureClass(spec);
+  auto cursor = plots->Insert();
+  const std::pair<const char*, const char*> records[] = {{"1", "A"}, {"2,5", "A"}, {"3", "North\nSide"}};
+  for (const auto& [plotId, standId] : records) {
+    auto buffer = cursor->CreateFeatureBuffer();
+    buffer.shape = platform::Geometry::MakePoint(-122.5, 45.5, spec.spatialReference);
+    buffer.values[2] = Value{std::string(plotId)};
+    buffer.values[3] = Value{std::string(standId)};
+    cursor->InsertFeature(buffer);
+  }
+  cursor->Flush();
+  const CommandRun run = Tarnwick(dir, "waypoints --points plots.gpkg --plot-id PlotID --stand-id StandID --out trip");
+  EXPECT_EQ(run.exitCode, 0) << run.err;
+  EXPECT_NE(run.err.find("Warning: 2 waypoint records hold a comma or a line break in the Plot ID or Stand ID, which "
+                         "the field computer will misread: record 2 (Plot ID '2,5', Stand ID 'A'), record 3 (Plot ID "
+                         "'3', Stand ID 'North\\nSide')\n"),
+            std::string::npos)
+      << run.err;
+  EXPECT_NE(testkit::ReadFile(dir / "trip.way").find("2,5,4530"), std::string::npos);  // written as it stands
+}
+
+}  // namespace
+}  // namespace tarnwick
