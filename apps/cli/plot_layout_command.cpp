@@ -117,7 +117,7 @@ NumberLimits Distances(bool positive) {
   return limits;
 }
 
-SpacingOption BuildSpacing(const PlotLayoutOptions& o, const platform::FeatureLayer& stands) {
+SpacingOption BuildSpacing(const PlotLayoutOptions& o, const platform::FeatureLayer& stands, long maxPlots) {
   const int chosen = (o.plots ? 1 : 0) + (o.plotsField.empty() ? 0 : 1) + (o.spacing.empty() ? 0 : 1) +
                      (o.spacingFields.empty() ? 0 : 1);
   if (chosen != 1) {
@@ -125,7 +125,6 @@ SpacingOption BuildSpacing(const PlotLayoutOptions& o, const platform::FeatureLa
   }
   const auto& fields = stands.featureClass->Fields();
   if (o.plots) {
-    const long maxPlots = WholeNumberArgument("--max-plots", o.maxPlots, "the plot limit", 1, kLargestPlotLimit);
     return PlotsPerPolygon{WholeNumberArgument("--plots", *o.plots, "the number of plots per stand", 0, maxPlots),
                            ParseRatio(o.ratio)};
   }
@@ -316,7 +315,7 @@ int RunPlotLayout(PlotLayoutOptions& o, CommandContext& context) {
 
   // Units, spacing, orientation, buffer, first number.
   parameters.units = UnitsText(o.units, "units");
-  parameters.spacing = BuildSpacing(o, stands);
+  parameters.spacing = BuildSpacing(o, stands, runOptions.maxPlots);
   if (o.orientation && !o.orientationField.empty()) {
     throw UsageError("Give --orientation or --orientation-field, not both.");
   }
