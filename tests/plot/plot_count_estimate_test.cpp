@@ -1,0 +1,66 @@
+// The plot count a run will reach, and the stand values it cannot use.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "plot/plot_count_estimate.h"
+#include "plot/plot_fixtures.h"
+#include "testkit/temp_dir.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace plotfix;
+
+TEST(PlotCountEstimate, AreaOverCellOrTheCountsAndTheFirstUnusableValue) {
+  testkit::TempDir dir;
+  const auto utm = platform::SpatialReference::FromEpsg(26910);
+  const auto stands = MakeStands(dir / "stands.gpkg", utm,
+                                 {{Square(500000, 4000000, 100), Value{std::string("A")}, Value{std::int64_t{7}},
+                                   Value{10.0}, Value{20.0}, Value{0.0}},
+                                  {Square(500200, 4000000, 200), Value{std::string("B")}, Value{std::int64_t{5}},
+                                   Value{10.0}, Value{10.0}, Value{0.0}}});
+  PlotLayoutParameters p;
+  p.stands = StandsOf(stands);
+  p.units = "Meters";
+  p.spacing = ManualSpacing{10, 10};
+  EXPECT_NEAR(EstimatePlotCount(p).plots, 100 + 400, 1e-6);
+  p.units = "Feet";  // a foot is 0.3048 m
+  EXPECT_NEAR(EstimatePlotCount(p).plots, 500 / (0.3048 * 0.3048), 1e-3);
+  p.units = "Meters";
+  p.spacing = SpacingFromFields{kXSpacingIndex, FieldAt(stands, kXSpacingIndex), kYSpacingIndex,
+                                FieldAt(stands, kYSpacingIndex)};
+  EXPECT_NEAR(EstimatePlotCount(p).plots, 50 + 400, 1e-6);
+  p.spacing = PlotsFromField{kPlotsIndex, FieldAt(stands, kPlotsIndex), {}};
+  const PlotCountEstimate counted = EstimatePlotCount(p);
+  EXPECT_EQ(counted.plots, 12);
+  EXPECT_EQ(counted.stands, 2);
+  EXPECT_EQ(counted.problem, "");
+  EXPECT_EQ(PlotCountAboveLimitText(PlotCountEstimate{61234567.4, 9, ""}, 50'000'000),
+            "This run would lay out about 61,234,567 plots, more than the limit of 50,000,000.");
+
+  struct Case {
+    StandRow second;
+    std::string problem;
+  };
+  const Case cases[] = {
+      {{Square(500200, 4000000, 200), Value{std::string("B")}, Value{std::int64_t{-5}}},
+       "Stand 'B': the plot count in field 'Plots' is -5, which is not usable: it must be at least 0"},
+      {{Square(500200, 4000000, 200), Value{std::string("B")}, Value{std::int64_t{5}}, {}, {}, Value{HUGE_VAL}},
+       "Stand 'B': the orientation in field 'Orient' is inf, which is not a finite number"},
+      {{Square(500200, 4000000, 200), Value{std::string("B")}, Value{std::int64_t{5}}, {}, {}, Value{400.0}},
+       "Stand 'B': the orientation in field 'Orient' is 400, which is not usable: it must be at most 360"},
+  };
+  for (const Case& c : cases) {
+    testkit::TempDir other;
+    const auto layer = MakeStands(other / "stands.gpkg", utm, {{Square(500000, 4000000, 100), Value{std::string("A")}}, c.second});
+    PlotLayoutParameters q;
+    q.stands = StandsOf(layer);
+    q.spacing = PlotsFromField{kPlotsIndex, FieldAt(layer, kPlotsIndex), {}};
+    q.orientation = OrientationFromField{kOrientationIndex, FieldAt(layer, kOrientationIndex)};
+    EXPECT_EQ(EstimatePlotCount(q).problem, c.problem);
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick
