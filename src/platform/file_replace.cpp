@@ -94,6 +94,15 @@ StagedFile::~StagedFile() {
 StagedFile::StagedFile(StagedFile&& other) noexcept
     : path_(std::move(other.path_)), temporary_(std::exchange(other.temporary_, std::string())) {}
 
+StagedFile& StagedFile::operator=(StagedFile&& other) noexcept {
+  if (this != &other) {
+    if (!temporary_.empty()) std::remove(temporary_.c_str());
+    path_ = std::move(other.path_);
+    temporary_ = std::exchange(other.temporary_, std::string());
+  }
+  return *this;
+}
+
 void StagedFile::Publish() {
   if (temporary_.empty()) return;
   if (std::rename(temporary_.c_str(), path_.c_str()) != 0) ThrowSystemError("Cannot write '" + path_ + "'", errno);

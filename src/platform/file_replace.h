@@ -18,7 +18,7 @@ class StagedFile {
   // Removes the temporary file unless it was published.
   ~StagedFile();
   StagedFile(StagedFile&& other) noexcept;
-  StagedFile& operator=(StagedFile&&) = delete;
+  StagedFile& operator=(StagedFile&& other) noexcept;
   StagedFile(const StagedFile&) = delete;
   StagedFile& operator=(const StagedFile&) = delete;
 

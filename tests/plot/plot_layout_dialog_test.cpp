@@ -45,6 +45,7 @@ TEST_F(PlotDialogTest, GuessesFieldsFromTheLearntNamesTheLastMatchWinning) {
         buffer.shape = platform::Geometry::FromWkt(Square(500000 + 200 * i, 4000000, 100), utm);
         cursor->InsertFeature(buffer);
       }
+      cursor->Flush();
     }
     return platform::FeatureLayer{name, featureClass, {}, true};
   };
