@@ -1,10 +1,12 @@
 // Search, insert and update cursors on an OGR layer.
 //
-// Inside an edit session the session owns every write (see workspace.h).
-// A writing cursor outside one keeps a transaction of its own where the
-// store has them (GeoPackage): Flush commits it and the cursor's end rolls
-// back what came after the last Flush. A shapefile's or geodatabase's Flush
-// writes the layer's header and index there.
+// Inside an edit session the session owns every write (see workspace.h);
+// Flush only has GDAL write what it gathers for the layer, now and then, so
+// that memory stays flat over a long run. A writing cursor outside a session
+// keeps a transaction of its own where the store has them (GeoPackage):
+// Flush commits it and the cursor's end rolls back what came after the last
+// Flush. A shapefile's or geodatabase's Flush writes the layer's header and
+// index there.
 //
 // Reading checks what it reads: a feature that GDAL could not read fails
 // with GDAL's reason, and so does a reading of the whole class that ends
@@ -53,11 +55,19 @@ class CursorTransaction {
   bool open_ = false;
 };
 
-// What Flush does for a writing cursor.
-void Flush(CursorTransaction& transaction, OgrFeatureClass& featureClass) {
-  if (featureClass.Store().IsBeingEdited()) return;
+// Features written between two writes of what GDAL gathers for a layer in
+// an edit session (a GeoPackage's spatial index rows, say), which would
+// otherwise grow with the run until its commit.
+constexpr int kFeaturesPerSync = 10000;
+
+// What Flush does for a writing cursor; written counts the features since
+// the last write of the layer.
+void Flush(CursorTransaction& transaction, OgrFeatureClass& featureClass, int& written) {
+  const bool inSession = featureClass.Store().IsBeingEdited();
+  if (inSession && written < kFeaturesPerSync) return;
+  written = 0;
   QuietGdalErrors quiet;
-  transaction.Commit(featureClass.Name());
+  if (!inSession) transaction.Commit(featureClass.Name());
   if (featureClass.Layer().SyncToDisk() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot write '" + featureClass.Name() + "'");
 }
 
@@ -162,13 +172,15 @@ class OgrInsertCursor final : public InsertCursor {
     if (layer.CreateFeature(&feature) != OGRERR_NONE) {
       ThrowGdalError(kSource, "Cannot insert a feature into '" + class_->Name() + "'");
     }
+    ++written_;
     return feature.GetFID();
   }
-  void Flush() override { internal::Flush(transaction_, *class_); }
+  void Flush() override { internal::Flush(transaction_, *class_, written_); }
 
  private:
   std::shared_ptr<OgrFeatureClass> class_;
   CursorTransaction transaction_;
+  int written_ = 0;
 };
 
 class OgrUpdateCursor final : public UpdateCursor {
@@ -200,14 +212,16 @@ class OgrUpdateCursor final : public UpdateCursor {
     if (class_->Layer().SetFeature(current_.get()) != OGRERR_NONE) {
       ThrowGdalError(kSource, "Cannot update feature " + std::to_string(current_->GetFID()) + " of '" + class_->Name() + "'");
     }
+    ++written_;
   }
-  void Flush() override { internal::Flush(transaction_, *class_); }
+  void Flush() override { internal::Flush(transaction_, *class_, written_); }
 
  private:
   std::shared_ptr<OgrFeatureClass> class_;
   CursorTransaction transaction_;
   OGRFeatureUniquePtr current_;
   std::string where_;
+  int written_ = 0;
 };
 
 }  // namespace

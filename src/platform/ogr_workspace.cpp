@@ -181,10 +181,11 @@ void OgrWorkspace::StopEditing(bool saveEdits) {
     if (staging_) {
       staging_->Commit();
     } else {
-      if (kind_ == WorkspaceKind::FileGeodatabase) {
-        for (int i = 0; i < dataset_->GetLayerCount(); ++i) {
-          if (dataset_->GetLayer(i)->SyncToDisk() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot save the edits to '" + path_ + "'");
-        }
+      // What GDAL still holds for the layers (a geodatabase's headers and
+      // indexes, a GeoPackage's feature counts and spatial index rows) is
+      // written inside the transaction, not when the store closes.
+      for (int i = 0; i < dataset_->GetLayerCount(); ++i) {
+        if (dataset_->GetLayer(i)->SyncToDisk() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot save the edits to '" + path_ + "'");
       }
       if (dataset_->CommitTransaction() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot save the edits to '" + path_ + "'");
     }
