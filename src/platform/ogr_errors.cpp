@@ -6,8 +6,21 @@
 
 namespace tarnwick::platform::internal {
 
+namespace {
+
+// The quiet scope whose handler is on top of GDAL's stack, if any.
+QuietGdalErrors* CurrentQuietScope() {
+  auto* scope = static_cast<QuietGdalErrors*>(CPLGetErrorHandlerUserData());
+  return scope != nullptr && scope->IsQuietScope() ? scope : nullptr;
+}
+
+}  // namespace
+
 std::string WithGdalReason(const std::string& what) {
   std::string reason = CPLGetLastErrorMsg();
+  if (const QuietGdalErrors* scope = CurrentQuietScope(); scope != nullptr && !scope->FirstFailure().empty()) {
+    reason = scope->FirstFailure();
+  }
   if (reason.empty()) return what;
   return what + ": " + reason;
 }
@@ -19,7 +32,14 @@ void ThrowGdalError(const std::string& source, const std::string& what) {
 }
 
 QuietGdalErrors::QuietGdalErrors() {
-  CPLPushErrorHandler(CPLQuietErrorHandler);
+  CPLPushErrorHandlerEx(
+      [](CPLErr type, CPLErrorNum, const char* message) {
+        QuietGdalErrors* scope = CurrentQuietScope();
+        if (scope != nullptr && type >= CE_Failure && scope->firstFailure_.empty() && message != nullptr) {
+          scope->firstFailure_ = message;
+        }
+      },
+      this);
   CPLErrorReset();
 }
 

@@ -298,7 +298,7 @@ TEST(DataSafety, AFullDiskFailsTheRunAndKeepsTheOldOutput) {
                                              " --units meters --spacing 0.5,0.5 --overwrite --out " + c.output);
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(FirstMessage(run.err).rfind("tarnwick: the plot layout failed at stand '", 0), 0u) << run.err;
-    EXPECT_NE(FirstMessage(run.err).find(c.reason), std::string::npos) << run.err;
+    EXPECT_NE(FirstMessage(run.err).find(c.reason), std::string::npos) << FirstMessage(run.err);
     ExpectUnchanged(before, Take(dir, {c.layer}));
   }
 }
