@@ -151,6 +151,26 @@ TEST(DataSafety, FailingMidRunChangesNothingInAnyStore) {
   EXPECT_EQ(testkit::ReadFile(dir / "old.way"), "old waypoints\r\n");
 }
 
+TEST(DataSafety, ACommitThatFailsFailsTheRun) {
+  TempDir dir;
+  MakeStands(dir, {Value{std::string("A")}});
+  MakePlots(dir / "inv.gpkg");
+  const Picture before = Take(dir, {"inv.gpkg|layername=Plots"});
+  {
+    // Another program reading the package keeps the run from committing.
+    auto reader = platform::OpenFeatureLayer(dir / "inv.gpkg|layername=Plots").featureClass->Search();
+    ASSERT_TRUE(reader->NextFeature());
+    const CommandRun run = Tarnwick(dir, "plot-layout " + std::string(kStands) +
+                                             " --units meters --spacing 30,30 --into inv.gpkg --plot-id-field PlotID");
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(FirstMessage(run.err).rfind("tarnwick: the plot layout failed: Cannot save the edits to 'inv.gpkg'", 0),
+              0u)
+        << run.err;
+    EXPECT_EQ(run.err.find("Wrote "), std::string::npos);
+  }
+  ExpectUnchanged(before, Take(dir, {"inv.gpkg|layername=Plots"}));
+}
+
 TEST(DataSafety, PathsThatHoldTheRunsDataAreRefused) {
   TempDir dir;
   MakeStands(dir, {Value{std::string("A")}});
