@@ -89,14 +89,13 @@ PlotCountEstimate EstimatePlotCount(const PlotLayoutParameters& parameters) {
       if (orientationField && !check(orientationField->fieldIndex, orientationField->field, StandNumberRole::Orientation)) {
         return estimate;
       }
-      const platform::Value* count = nullptr;
       double plots = 0;
       if (const auto* perPolygon = std::get_if<PlotsPerPolygon>(&parameters.spacing)) {
         plots = static_cast<double>(perPolygon->plotsPerStand);
       } else if (const auto* fromField = std::get_if<PlotsFromField>(&parameters.spacing)) {
         if (!check(fromField->fieldIndex, fromField->field, StandNumberRole::PlotCount)) return estimate;
-        count = &stand->values.at(fromField->fieldIndex);
-        plots = platform::IsNull(*count) ? 0 : platform::ValueToDouble(*count);
+        const platform::Value& count = stand->values.at(fromField->fieldIndex);
+        plots = platform::IsNull(count) ? 0 : platform::ValueToDouble(count);
       } else if (const auto* manual = std::get_if<ManualSpacing>(&parameters.spacing)) {
         plots = PlotsAtSpacing(AreaInSquareMeters(stand->shape), manual->x, manual->y, parameters.units);
       } else {
