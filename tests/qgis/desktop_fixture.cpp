@@ -24,6 +24,7 @@ platform::FeatureLayer WritePlotPoints(const std::string& workspacePath, const s
       buffer.values[points->FindField("PlotID")] = std::int64_t{i};
       cursor->InsertFeature(buffer);
     }
+    cursor->Flush();
   }
   return {name, points, {}, true};
 }
