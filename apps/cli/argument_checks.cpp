@@ -27,8 +27,7 @@ double NumberArgument(std::string_view option, const std::string& text, std::str
   return Checked(option, text, text, what, limits);
 }
 
-long WholeNumberArgument(std::string_view option, const std::string& text, std::string_view what, long low,
-                         long high) {
+long WholeNumberArgument(std::string_view option, const std::string& text, std::string_view what, long low, long high) {
   const auto value = ParseWholeNumber(text);
   if (!value) Refuse(option, text, std::string(what) + " must be a whole number");
   NumberLimits limits;

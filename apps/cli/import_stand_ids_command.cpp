@@ -210,7 +210,8 @@ void RegisterImportStandIds(CLI::App& app, CommandAction& action) {
   auto* pointField = sub->add_option("--point-field", options->pointField, "Existing point field for the Stand ID");
   auto* clone = sub->add_flag("--clone", options->clone, "Add a copy of the Stand ID field to the points");
   pointField->excludes(clone);
-  sub->add_option("--report", options->report, "RTF report path (default: beside the point class, numbered when taken)");
+  sub->add_option("--report", options->report,
+                  "RTF report path (default: beside the point class, numbered when taken)");
   options->transform.AddTo(*sub);
   sub->callback([options, &action] {
     action = [options](CommandContext& context) { return RunImportStandIds(*options, context); };

@@ -136,7 +136,8 @@ SpacingOption BuildSpacing(const PlotLayoutOptions& o, const platform::FeatureLa
     throw UsageError("No Units Specified!\n\nPlease specify the units you wish to use for grid spacing... (--units)");
   }
   if (!o.spacing.empty()) {
-    const auto [x, y] = NumberPairArgument("--spacing", o.spacing, ',', "the X spacing", "the Y spacing", Distances(true));
+    const auto [x, y] =
+        NumberPairArgument("--spacing", o.spacing, ',', "the X spacing", "the Y spacing", Distances(true));
     return ManualSpacing{x, y};
   }
   const auto names = SplitPair(o.spacingFields, ',');
@@ -419,8 +420,10 @@ void RegisterPlotLayout(CLI::App& app, CommandAction& action) {
   sub->add_option("--anchor-crs", o->anchorCrs, "Coordinate system of --anchor (default: the stands')");
   sub->add_option("--anchor-layer", o->anchorLayer, "Point layer whose first (selected) point is the anchor");
   sub->add_option("--anchor-selected", o->anchorSelected, "Attribute filter selecting the anchor point");
-  sub->add_option("--report", o->report, "RTF report path (default: NAME_report.rtf beside the output, numbered when taken)");
-  sub->add_option("--max-plots", o->maxPlots, "Refuse a run expected to lay out more plots than this (default 50000000)");
+  sub->add_option("--report", o->report,
+                  "RTF report path (default: NAME_report.rtf beside the output, numbered when taken)");
+  sub->add_option("--max-plots", o->maxPlots,
+                  "Refuse a run expected to lay out more plots than this (default 50000000)");
   o->transform.AddTo(*sub);
   sub->callback([o, &action] {
     action = [o](CommandContext& context) { return RunPlotLayout(*o, context); };

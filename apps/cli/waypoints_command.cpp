@@ -131,8 +131,8 @@ int RunWaypoints(WaypointOptions& options, CommandContext& context) {
   parameters.direction = resolved.direction;
 
   const std::filesystem::path out(parameters.outputPath);
-  const std::string reportPath = SettleReportPath(
-      options.report, (out.parent_path() / (out.stem().string() + "_report.rtf")).string(), context.overwrite, datasets);
+  const std::string defaultReport = (out.parent_path() / (out.stem().string() + "_report.rtf")).string();
+  const std::string reportPath = SettleReportPath(options.report, defaultReport, context.overwrite, datasets);
   const platform::DatasetLock lock = LockForRun(parameters.outputPath);
 
   WaypointResult result;

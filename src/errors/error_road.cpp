@@ -46,7 +46,9 @@ CaughtError CurrentError(std::string_view module) {
     std::string reason = description;
     return CaughtError{number, std::move(source), std::move(description), false, std::move(reason)};
   };
-  if (!std::current_exception()) return fresh(platform::kErrInvalidProcedureCall, std::string(module), "No error is being handled");
+  if (!std::current_exception()) {
+    return fresh(platform::kErrInvalidProcedureCall, std::string(module), "No error is being handled");
+  }
   try {
     throw;
   } catch (const RoutineError& e) {

@@ -54,7 +54,8 @@ DatasetLock DatasetLock::Acquire(const std::string& path) {
                               (holder.empty() ? std::string() : " (process " + holder + ")") +
                               "; try again when it has finished");
     }
-    struct stat held {}, named {};
+    struct stat held {
+    }, named{};
     if (::fstat(fd, &held) == 0 && ::stat(lockPath.c_str(), &named) == 0 && held.st_ino == named.st_ino &&
         held.st_dev == named.st_dev) {
       lock.lockPath_ = lockPath;

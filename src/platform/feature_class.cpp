@@ -64,7 +64,7 @@ OgrFeatureClass::OgrFeatureClass(std::shared_ptr<OgrWorkspace> workspace, OGRLay
 OGRLayer& OgrFeatureClass::Layer() const {
   if (layer_ == nullptr) {
     throw PlatformError(kErrObjectNotSet, kSource,
-                        "The feature class '" + name_ + "' no longer exists (it was made in an edit that was not saved)");
+                        "The feature class '" + name_ + "' no longer exists (made in an edit that was not saved)");
   }
   return *layer_;
 }

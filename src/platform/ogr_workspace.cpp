@@ -112,7 +112,8 @@ std::shared_ptr<FeatureClass> OgrWorkspace::CreateFeatureClass(const NewFeatureC
   // In a shapefile session the new class is made in a staged folder of its own.
   GDALDataset& target = staging_ ? staging_->NewClassFolder(newClass.name) : *dataset_;
   const std::unique_ptr<OGRSpatialReference> srs = CopyOgr(newClass.spatialReference);
-  OGRLayer* layer = target.CreateLayer(newClass.name.c_str(), srs.get(), OgrGeometryType(newClass, kind_), options.List());
+  OGRLayer* layer =
+      target.CreateLayer(newClass.name.c_str(), srs.get(), OgrGeometryType(newClass, kind_), options.List());
   if (layer == nullptr) ThrowGdalError(kSource, "Cannot create feature class '" + newClass.name + "' in '" + path_ + "'");
   for (const Field& field : newClass.fields) {
     auto defn = OgrFromField(field, kind_);
@@ -129,7 +130,15 @@ void OgrWorkspace::DeleteFeatureClass(const std::string& name) {
   QuietGdalErrors quiet;
   if (FindLayer(name) == nullptr) return;
   if (staging_) {
-    // The old files go only when the session is saved.
+    // The old files go only when the session is saved; a copy made in the
+    // session goes now, and the class objects on it with it.
+    for (const auto& weak : classes_) {
+      auto featureClass = weak.lock();
+      const std::string stem = WithoutShpExtension(name);
+      if (featureClass && featureClass->Staged() && EQUAL(featureClass->Name().c_str(), stem.c_str())) {
+        featureClass->Rebind(nullptr, false);
+      }
+    }
     staging_->Delete(WithoutShpExtension(name));
     return;
   }
@@ -158,7 +167,9 @@ void OgrWorkspace::StartEditing() {
   QuietGdalErrors quiet;
   if (kind_ == WorkspaceKind::FileGeodatabase) {
     filesBeforeEdit_.clear();
-    for (const auto& entry : std::filesystem::directory_iterator(path_)) filesBeforeEdit_.insert(entry.path().filename().string());
+    for (const auto& entry : std::filesystem::directory_iterator(path_)) {
+      filesBeforeEdit_.insert(entry.path().filename().string());
+    }
   }
   if (kind_ == WorkspaceKind::ShapefileFolder) {
     staging_ = std::make_unique<ShapefileStaging>(path_);
@@ -169,6 +180,8 @@ void OgrWorkspace::StartEditing() {
   }
   editing_ = true;
 }
+
+std::string OgrWorkspace::CannotSave() const { return "Cannot save the edits to '" + path_ + "'"; }
 
 void OgrWorkspace::StopEditing(bool saveEdits) {
   if (!editing_) return;
@@ -185,9 +198,9 @@ void OgrWorkspace::StopEditing(bool saveEdits) {
       // indexes, a GeoPackage's feature counts and spatial index rows) is
       // written inside the transaction, not when the store closes.
       for (int i = 0; i < dataset_->GetLayerCount(); ++i) {
-        if (dataset_->GetLayer(i)->SyncToDisk() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot save the edits to '" + path_ + "'");
+        if (dataset_->GetLayer(i)->SyncToDisk() != OGRERR_NONE) ThrowGdalError(kSource, CannotSave());
       }
-      if (dataset_->CommitTransaction() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot save the edits to '" + path_ + "'");
+      if (dataset_->CommitTransaction() != OGRERR_NONE) ThrowGdalError(kSource, CannotSave());
     }
   } catch (...) {
     Discard();

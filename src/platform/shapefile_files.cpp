@@ -55,7 +55,9 @@ std::uint32_t LittleEndian32(const Header& h, std::size_t at) {
   return (std::uint32_t{h.bytes[at + 3]} << 24) | (std::uint32_t{h.bytes[at + 2]} << 16) |
          (std::uint32_t{h.bytes[at + 1]} << 8) | std::uint32_t{h.bytes[at]};
 }
-std::uint32_t LittleEndian16(const Header& h, std::size_t at) { return std::uint32_t{h.bytes[at + 1]} << 8 | h.bytes[at]; }
+std::uint32_t LittleEndian16(const Header& h, std::size_t at) {
+  return std::uint32_t{h.bytes[at + 1]} << 8 | h.bytes[at];
+}
 
 // A .shp or .shx: the shapefile code first and the file's own length (in
 // 16-bit words) at byte 24.

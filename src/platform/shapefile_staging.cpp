@@ -116,7 +116,8 @@ void ShapefileStaging::Commit() {
   for (auto& [key, staged] : classes_) {
     const std::string shapefile = (fs::path(workspaceFolder_) / (staged.name + ".shp")).string();
     OGRLayer* layer = staged.dataset->GetLayerByName(staged.name.c_str());
-    if (layer == nullptr || layer->SyncToDisk() != OGRERR_NONE) ThrowGdalError(kSource, "Cannot write '" + shapefile + "'");
+    if (layer == nullptr || layer->SyncToDisk() != OGRERR_NONE)
+      ThrowGdalError(kSource, "Cannot write '" + shapefile + "'");
     const std::int64_t features = layer->GetFeatureCount(TRUE);
     staged.dataset.reset();
     if (CPLGetLastErrorType() >= CE_Failure) ThrowGdalError(kSource, "Cannot write '" + shapefile + "'");

@@ -83,10 +83,12 @@ PlotCountEstimate EstimatePlotCount(const PlotLayoutParameters& parameters) {
       ++estimate.stands;
       const std::string id = StandIdForMessages(stand->values.at(parameters.stands.standIdFieldIndex));
       auto check = [&](int index, const platform::Field& field, StandNumberRole role) {
-        if (estimate.problem.empty()) estimate.problem = StandNumberProblem(id, field.name, stand->values.at(index), role);
+        if (estimate.problem.empty())
+          estimate.problem = StandNumberProblem(id, field.name, stand->values.at(index), role);
         return estimate.problem.empty();
       };
-      if (orientationField && !check(orientationField->fieldIndex, orientationField->field, StandNumberRole::Orientation)) {
+      if (orientationField &&
+          !check(orientationField->fieldIndex, orientationField->field, StandNumberRole::Orientation)) {
         return estimate;
       }
       double plots = 0;
@@ -123,7 +125,8 @@ std::string PlotCountAboveLimitText(const PlotCountEstimate& estimate, long limi
   auto grouped = [](double value) {
     if (!std::isfinite(value) || value >= 1e18) return std::string("infinitely many");
     std::string digits = std::to_string(static_cast<long long>(std::round(value)));
-    for (int at = static_cast<int>(digits.size()) - 3; at > 0; at -= 3) digits.insert(static_cast<std::size_t>(at), ",");
+    for (int at = static_cast<int>(digits.size()) - 3; at > 0; at -= 3)
+      digits.insert(static_cast<std::size_t>(at), ",");
     return digits;
   };
   return "This run would lay out about " + grouped(estimate.plots) + " plots, more than the limit of " +

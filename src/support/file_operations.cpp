@@ -42,7 +42,8 @@ void WriteWithLineEnd(const std::string& path, std::string_view text) {
       RaiseError(platform::kErrPathNotFound, std::string(kModule),
                  "Unable to open file for writing: " + path + " (" + because + ")");
     }
-    RaiseError(platform::kErrPermissionDenied, std::string(kModule), "Unable to write file: " + path + " (" + because + ")");
+    RaiseError(platform::kErrPermissionDenied, std::string(kModule),
+               "Unable to write file: " + path + " (" + because + ")");
   }
 }
 

@@ -1,9 +1,9 @@
 #include "support/number_text.h"
 
+#include <fmt/format.h>
+
 #include <charconv>
 #include <cmath>
-
-#include <fmt/format.h>
 
 #include "support/text_operations.h"
 
@@ -62,7 +62,5 @@ std::string NumberProblem(double value, const NumberLimits& limits) {
   if (value > limits.high) return "must be at most " + LimitText(limits.high);
   return "";
 }
-
-
 
 }  // namespace tarnwick

@@ -135,8 +135,9 @@ TEST(DataSafety, FailingMidRunChangesNothingInAnyStore) {
       const CommandRun run = Tarnwick(dir, grid + output);
       EXPECT_EQ(run.exitCode, 1) << run.err;
       EXPECT_EQ(FirstMessage(run.err), nullStand) << run.err;
-      EXPECT_NE(run.err.find(nullStand + "\nNothing was changed. The failure report is on standard output. Error log: "),
-                std::string::npos);
+      EXPECT_NE(
+          run.err.find(nullStand + "\nNothing was changed. The failure report is on standard output. Error log: "),
+          std::string::npos);
     }
     const CommandRun run =
         Tarnwick(dir, "import-stand-ids " + std::string(kStands) + " --points \"" + store.layer + "\" --clone");
@@ -146,7 +147,8 @@ TEST(DataSafety, FailingMidRunChangesNothingInAnyStore) {
   }
   const CommandRun run = Tarnwick(dir, "waypoints --points shp/plots.shp --plot-id PlotID --out old.way --overwrite");
   EXPECT_EQ(run.exitCode, 1);
-  EXPECT_EQ(FirstMessage(run.err), "tarnwick: the waypoint conversion failed: Point feature 1 of 'plots' has no geometry.");
+  EXPECT_EQ(FirstMessage(run.err),
+            "tarnwick: the waypoint conversion failed: Point feature 1 of 'plots' has no geometry.");
   ExpectUnchanged(before, Take(dir, layers));
   EXPECT_EQ(testkit::ReadFile(dir / "old.way"), "old waypoints\r\n");
 }
@@ -220,8 +222,8 @@ class BackgroundRun {
   BackgroundRun(const TempDir& dir, const std::string& arguments) {
     int pipeFds[2];
     EXPECT_EQ(::pipe(pipeFds), 0);
-    const std::string script = "cd '" + dir.path().string() + "' && exec '" + TARNWICK_EXE + "' " + arguments +
-                               " 2>&" + std::to_string(pipeFds[1]) + " >/dev/null";
+    const std::string script = "cd '" + dir.path().string() + "' && exec '" + TARNWICK_EXE + "' " + arguments + " 2>&" +
+                               std::to_string(pipeFds[1]) + " >/dev/null";
     const char* argv[] = {"sh", "-c", script.c_str(), nullptr};
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
@@ -314,8 +316,8 @@ TEST(DataSafety, AFullDiskFailsTheRunAndKeepsTheOldOutput) {
     SCOPED_TRACE(c.output);
     MakePlots(platform::SplitClassPath(dir / c.output).workspace);
     const Picture before = Take(dir, {c.layer});
-    const CommandRun run = Tarnwick(dir, "plot-layout " + std::string(kStands) +
-                                             " --units meters --spacing 0.5,0.5 --overwrite --out " + c.output);
+    const CommandRun run = Tarnwick(
+        dir, "plot-layout " + std::string(kStands) + " --units meters --spacing 0.5,0.5 --overwrite --out " + c.output);
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(FirstMessage(run.err).rfind("tarnwick: the plot layout failed at stand '", 0), 0u) << run.err;
     EXPECT_NE(FirstMessage(run.err).find(c.reason), std::string::npos) << FirstMessage(run.err);
@@ -387,15 +389,18 @@ TEST(DataSafety, DamagedFilesAreNamedWithTheReason) {
   damagedCopy("cut_dbf", ".dbf", 80);
   std::ofstream(dir / "fake.gpkg") << "not a database";
   fs::create_directories(dir / "fake");
-  std::ofstream(dir / "fake/plots.shp") << "not a shapefile either, but long enough to hold a header of a hundred bytes "
-                                            "if it were one, which it is not";
+  std::ofstream(dir / "fake/plots.shp")
+      << "not a shapefile either, but long enough to hold a header of a hundred bytes "
+         "if it were one, which it is not";
   struct Case {
     std::string layer;
     std::string firstLine;
   };
   const Case cases[] = {
-      {"cut_shp/plots.shp", "Cannot use the layer 'cut_shp/plots.shp': 'cut_shp/plots.shp' is damaged: it holds 150 bytes"},
-      {"cut_dbf/plots.shp", "Cannot use the layer 'cut_dbf/plots.shp': 'cut_dbf/plots.dbf' is damaged: it should hold 3 records"},
+      {"cut_shp/plots.shp",
+       "Cannot use the layer 'cut_shp/plots.shp': 'cut_shp/plots.shp' is damaged: it holds 150 bytes"},
+      {"cut_dbf/plots.shp",
+       "Cannot use the layer 'cut_dbf/plots.shp': 'cut_dbf/plots.dbf' is damaged: it should hold 3 records"},
       {"fake.gpkg", "Cannot open 'fake.gpkg': it is not a GeoPackage"},
       {"fake/plots.shp", "Cannot open layer 'fake/plots.shp': 'fake/plots.shp' is not a shapefile file"},
   };

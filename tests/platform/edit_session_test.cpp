@@ -1,11 +1,12 @@
 // Edit sessions in each store: discarded, the store is as it was; saved, a
 // fresh opening finds every change. Run locks on a dataset.
+#include "platform/edit_session.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
 #include "platform/dataset_lock.h"
-#include "platform/edit_session.h"
 #include "platform/errors.h"
 #include "platform/workspace.h"
 #include "testkit/dataset_snapshot.h"

@@ -1,9 +1,10 @@
 // The plot count a run will reach, and the stand values it cannot use.
+#include "plot/plot_count_estimate.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 
-#include "plot/plot_count_estimate.h"
 #include "plot/plot_fixtures.h"
 #include "testkit/temp_dir.h"
 
@@ -53,7 +54,8 @@ TEST(PlotCountEstimate, AreaOverCellOrTheCountsAndTheFirstUnusableValue) {
   };
   for (const Case& c : cases) {
     testkit::TempDir other;
-    const auto layer = MakeStands(other / "stands.gpkg", utm, {{Square(500000, 4000000, 100), Value{std::string("A")}}, c.second});
+    const auto layer =
+        MakeStands(other / "stands.gpkg", utm, {{Square(500000, 4000000, 100), Value{std::string("A")}}, c.second});
     PlotLayoutParameters q;
     q.stands = StandsOf(layer);
     q.spacing = PlotsFromField{kPlotsIndex, FieldAt(layer, kPlotsIndex), {}};

@@ -1,11 +1,12 @@
 // Numbers read strictly from typed text, the words for an unusable one, and
 // paths that would write over a run's data.
+#include "support/number_text.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 
-#include "support/number_text.h"
 #include "support/protected_paths.h"
 #include "testkit/temp_dir.h"
 

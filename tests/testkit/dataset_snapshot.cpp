@@ -7,13 +7,15 @@ namespace tarnwick::testkit {
 std::string Snapshot(const std::string& layerSource) {
   auto featureClass = platform::OpenFeatureLayer(layerSource).featureClass;
   std::string text;
-  for (const auto& field : featureClass->Fields()) text += field.name + ":" + std::to_string(static_cast<int>(field.type)) + " ";
+  for (const auto& field : featureClass->Fields())
+    text += field.name + ":" + std::to_string(static_cast<int>(field.type)) + " ";
   text += "\n";
   auto cursor = featureClass->Search();
   while (auto feature = cursor->NextFeature()) {
     text += std::to_string(feature->oid);
     for (std::size_t i = 2; i < feature->values.size(); ++i) {
-      text += "|" + (platform::IsNull(feature->values[i]) ? std::string("<Null>") : platform::ValueToText(feature->values[i]));
+      text += "|" + (platform::IsNull(feature->values[i]) ? std::string("<Null>")
+                                                          : platform::ValueToText(feature->values[i]));
     }
     text += "|" + (feature->shape.IsEmpty() ? std::string("EMPTY") : feature->shape.ToWkt()) + "\n";
   }

@@ -72,6 +72,7 @@ class OgrWorkspace final : public Workspace, public std::enable_shared_from_this
   // Discards a store transaction and the files waiting for the commit.
   void Discard();
   void RemoveNow(const std::string& path);
+  std::string CannotSave() const;
 
   WorkspaceKind kind_;
   std::string path_;

@@ -62,7 +62,7 @@ class ShapefileStaging {
   std::string root_;
   std::map<std::string, StagedClass> classes_;  // by lower-case name
   std::map<std::string, std::string> deleted_;  // lower-case name -> name
-  int folders_ = 0;  // subfolders made so far, for their names
+  int folders_ = 0;                             // subfolders made so far, for their names
 };
 
 }  // namespace tarnwick::platform::internal
