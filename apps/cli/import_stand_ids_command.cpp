@@ -19,7 +19,6 @@
 #include "platform/host/interrupt_signals.h"
 #include "presentation/rtf_text.h"
 #include "standids/import_stand_id_values.h"
-#include "standids/stand_index.h"
 #include "support/lookups.h"
 #include "support/protected_paths.h"
 #include "support/text_operations.h"
@@ -89,12 +88,6 @@ std::string TypeQuestion(const platform::Field& stand, const platform::Field& po
          "'OK' to confirm that you want to use these fields, or 'Cancel' to exit and select different fields.";
 }
 
-std::string Joined(const std::vector<std::string>& names) {
-  std::string text;
-  for (const auto& name : names) text += (text.empty() ? "" : ", ") + name;
-  return text;
-}
-
 // Where the report goes by default: beside the point class's store.
 std::string DefaultReportPath(const platform::FeatureClass& points) {
   const auto workspace = points.GetWorkspace();
@@ -153,12 +146,6 @@ int RunImportStandIds(ImportOptions& options, CommandContext& context) {
   RequireSpatialReference(stands);
   RequireSpatialReference(points);
   RequireWritable(points);
-  if (const auto invalid = FindInvalidStands(*stands.featureClass); !invalid.empty()) {
-    std::vector<std::string> oids;
-    for (auto oid : invalid) oids.push_back(std::to_string(oid));
-    throw UsageError("The stand layer '" + stands.name + "' has invalid polygons (stand OIDs " + Joined(oids) +
-                     "); repair their geometry first. Nothing was changed.");
-  }
   // The overlay runs in the stands' coordinates: points are taken to them.
   const ResolvedTransform resolved = options.transform.Resolve(context, points, stands);
   parameters.transformation = resolved.transformation;

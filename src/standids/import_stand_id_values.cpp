@@ -71,9 +71,6 @@ TransferStandIDResult ImportStandIDValues(platform::host::Application& applicati
     items.transformation = parameters.transformation;
     items.direction = parameters.direction;
 
-    std::vector<std::string> logLines = settled.logLines;
-    logLines.push_back(TransferSummaryLogLine(items));
-    const std::string processDescription = TransferProcessDescription(items, Location(*stands), Location(*points));
 
     // The overlay, in the stands' coordinates. References are compared by
     // factory code alone: two custom references (code 0) count as the same.
@@ -81,6 +78,13 @@ TransferStandIDResult ImportStandIDValues(platform::host::Application& applicati
     std::vector<int> standIndexes;
     for (const auto& column : settled.columns) standIndexes.push_back(column.standFieldIndex);
     const StandIndex index(*stands, standIndexes);
+    for (const auto& stand : index.RepairedStands()) {
+      items.repairedStands.push_back(platform::ValueToText(stand.firstValue) + " (OID " + std::to_string(stand.oid) +
+                                     ")");
+    }
+    std::vector<std::string> logLines = settled.logLines;
+    logLines.push_back(TransferSummaryLogLine(items));
+    const std::string processDescription = TransferProcessDescription(items, Location(*stands), Location(*points));
     const auto& pointFields = points->Fields();
 
     const std::int64_t count = points->FeatureCount();

@@ -2,54 +2,27 @@
 
 #include <algorithm>
 #include <cmath>
-#include <string>
 
 #include "platform/errors.h"
 #include "presentation/error_handling.h"
 
 namespace tarnwick {
 
-namespace {
-
-std::string OidList(const std::vector<std::int64_t>& oids) {
-  std::string text;
-  const size_t shown = std::min<size_t>(oids.size(), 10);
-  for (size_t i = 0; i < shown; ++i) text += (i ? ", " : "") + std::to_string(oids[i]);
-  if (oids.size() > shown) text += ", ... (" + std::to_string(oids.size()) + " in all)";
-  return text;
-}
-
-}  // namespace
-
-std::vector<std::int64_t> FindInvalidStands(platform::FeatureClass& stands) {
-  std::vector<std::int64_t> invalid;
-  auto cursor = stands.Search();
-  while (auto feature = cursor->NextFeature()) {
-    if (!feature->shape.IsEmpty() && !feature->shape.IsKnownSimple()) invalid.push_back(feature->oid);
-  }
-  return invalid;
-}
-
 StandIndex::StandIndex(platform::FeatureClass& stands, const std::vector<int>& valueFieldIndexes) {
   Guarded("StandIndex", "..\\TransferFunctions", [&] {
-    std::vector<std::int64_t> invalid;
     auto cursor = stands.Search();
     while (auto feature = cursor->NextFeature()) {
       if (feature->shape.IsEmpty()) continue;
-      if (!feature->shape.IsKnownSimple()) {
-        invalid.push_back(feature->oid);
-        continue;
-      }
-      if (!invalid.empty()) continue;  // only the list of invalid stands matters now
       std::vector<platform::Value> values;
       values.reserve(valueFieldIndexes.size());
       for (int index : valueFieldIndexes) values.push_back(feature->values.at(static_cast<size_t>(index)));
-      stands_.push_back(Stand{feature->shape.GetEnvelope(), platform::PreparedPolygon(feature->shape), std::move(values)});
-    }
-    if (!invalid.empty()) {
-      RaiseError(platform::kErrInvalidProcedureCall, "StandIndex",
-                 "The stand layer '" + stands.Name() + "' has invalid polygons (stand OIDs " + OidList(invalid) +
-                     "); repair their geometry before importing stand IDs.");
+      platform::Geometry shape = std::move(feature->shape);
+      if (!shape.IsKnownSimple()) {
+        repaired_.push_back({feature->oid, values.empty() ? platform::Value{} : values.front()});
+        shape = shape.Simplify();
+        if (shape.IsEmpty()) continue;
+      }
+      stands_.push_back(Stand{shape.GetEnvelope(), platform::PreparedPolygon(shape), std::move(values)});
     }
     BuildGrid();
   });

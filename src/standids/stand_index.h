@@ -14,8 +14,9 @@ namespace tarnwick {
 class StandIndex {
  public:
   // Reads every stand of the class with the values of the given fields.
-  // Stands without a shape are never found. Throws when a stand polygon is
-  // invalid, naming the first offending stands.
+  // Stands without a shape are never found. A stand whose polygon is not
+  // valid (hand-digitised rings cross, touch themselves or run the wrong
+  // way) is tested against a repaired copy and listed in RepairedStands().
   StandIndex(platform::FeatureClass& stands, const std::vector<int>& valueFieldIndexes);
 
   // The values of the first stand, in the stand class's feature order, whose
@@ -27,6 +28,13 @@ class StandIndex {
 
   size_t StandCount() const { return stands_.size(); }
 
+  struct RepairedStand {
+    std::int64_t oid;
+    platform::Value firstValue;  // of the first value field (the Stand ID)
+  };
+  // The stands tested against a repaired copy, in feature order.
+  const std::vector<RepairedStand>& RepairedStands() const { return repaired_; }
+
  private:
   struct Stand {
     platform::Envelope envelope;
@@ -35,6 +43,7 @@ class StandIndex {
   };
   void BuildGrid();
   std::vector<Stand> stands_;  // in feature order
+  std::vector<RepairedStand> repaired_;
   platform::Envelope extent_;
   int columns_ = 0;
   int rows_ = 0;
@@ -42,9 +51,5 @@ class StandIndex {
   double cellHeight_ = 1;
   std::vector<std::vector<std::uint32_t>> cells_;  // stand positions, ascending
 };
-
-// OIDs of stands whose polygons are invalid (self-intersections, bad rings),
-// in feature order.
-std::vector<std::int64_t> FindInvalidStands(platform::FeatureClass& stands);
 
 }  // namespace tarnwick

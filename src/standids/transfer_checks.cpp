@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "standids/stand_index.h"
 #include "support/lookups.h"
 #include "support/text_operations.h"
 #include "transforms/transform_checks.h"
@@ -70,16 +69,6 @@ std::optional<CheckMessage> CheckWritable(const platform::FeatureLayer& layer) {
     }
   }
   return std::nullopt;
-}
-
-std::optional<CheckMessage> CheckStandPolygons(const platform::FeatureLayer& stands) {
-  const auto invalid = FindInvalidStands(*stands.featureClass);
-  if (invalid.empty()) return std::nullopt;
-  std::string oids;
-  for (auto oid : invalid) oids += (oids.empty() ? "" : ", ") + std::to_string(oid);
-  return Refused("The stand layer '" + stands.name + "' has invalid polygons (stand OIDs " + oids +
-                     "); repair their geometry first. Nothing was changed.",
-                 "lbxLayers");
 }
 
 }  // namespace
@@ -167,7 +156,6 @@ Checked<TransferStandIDParameters> CheckTransferStandIDChoices(platform::host::A
   if (auto refusal = CheckSpatialReference(stands)) return *refusal;
   if (auto refusal = CheckSpatialReference(points)) return *refusal;
   if (auto refusal = CheckWritable(points)) return *refusal;
-  if (auto refusal = CheckStandPolygons(stands)) return *refusal;
   return parameters;
 }
 

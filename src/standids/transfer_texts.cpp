@@ -93,6 +93,14 @@ std::string BuildTransferReport(const TransferTextItems& items, const std::strin
     line(R"(\par \cf1\b Geographic Transformation:\b0  \cf0  <-None->)");
     line(R"(\par \cf1\b Transformation Direction: \cf0\b0  <-None->\fs20 )");
   }
+  if (!items.repairedStands.empty()) {
+    line(R"(\par \ul\b Notes:\ulnone\b0 )");
+    for (const auto& stand : items.repairedStands) {
+      line(R"(\par \tab Stand )" + stand +
+           ": its polygon is not valid; points were tested against a repaired copy (the layer is unchanged).");
+    }
+    line(R"(\par )");
+  }
   line(R"(\par \pard\qc\tx360\fs16 ----------------------------------)");
   line(R"(\par \i )" + elapsed + R"(\i0\fs20 )");
   line(R"(\par \pard\f1\fs17 )");

@@ -27,6 +27,9 @@ struct TransferTextItems {
   std::string pointSpatialReference;
   std::optional<platform::GeoTransformation> transformation;
   platform::TransformDirection direction = platform::TransformDirection::Forward;
+  // Stands whose polygons were not valid and were repaired for the
+  // containment test, as "K20 (OID 20)", in feature order.
+  std::vector<std::string> repairedStands;
 };
 
 // "<-None->" or "<Age, Site>".

@@ -91,12 +91,6 @@ TEST(ImportStandIdsCommand, RefusesBadInputBeforeChangingAnything) {
   EXPECT_EQ(run.exitCode, 2);
   EXPECT_NE(run.err.find("is the stand layer"), std::string::npos) << run.err;
 
-  run = Tarnwick(dir, "import-stand-ids " + stands + " --points \"inv.gpkg|layername=Plots\" --clone");
-  EXPECT_EQ(run.exitCode, 2);
-  EXPECT_NE(run.err.find("invalid polygons (stand OIDs 2)"), std::string::npos) << run.err;
-  EXPECT_EQ(Column(dir / "inv.gpkg", "PlotID").size(), 3u);
-  auto plots = platform::OpenFeatureLayer((dir / "inv.gpkg") + "|layername=Plots").featureClass;
-  EXPECT_LT(plots->FindField("StandID"), 0);  // nothing was added
 
   run = Tarnwick(dir, "import-stand-ids " + stands + " --points \"inv.gpkg|layername=Plots\"");
   EXPECT_EQ(run.exitCode, 2);  // neither --point-field nor --clone

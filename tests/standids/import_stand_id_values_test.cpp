@@ -213,16 +213,20 @@ TEST(ImportStandIDValues, FailuresKeepAddedFieldsAndSayWhy) {
   EXPECT_FALSE(result.Succeeded());
   EXPECT_TRUE(result.addedFields.empty());
   if (!result.errorLogPath.empty()) std::filesystem::remove(result.errorLogPath);
+}
 
-  // Invalid stand polygons are named.
+// A stand whose polygon crosses itself is tested against its repaired shape,
+// and the report says so.
+TEST(ImportStandIDValues, InvalidStandIsRepairedForTheTest) {
+  testkit::TempDir dir;
+  testkit::FakeApplication app;
   auto bowtie = MakeStands(dir / "bad.gpkg", 26910,
                            {{"POLYGON((0 0,10 10,10 0,0 10,0 0))", T("X"), I(1), Value{1.0}}});
-  auto plain = MakePoints(dir / "bad.gpkg", "Plots", 26910, {}, {platform::XY{1, 5}});
-  result = ImportStandIDValues(app, nullptr, Parameters(bowtie, plain, {}));
-  EXPECT_FALSE(result.Succeeded());
-  EXPECT_NE(result.errorText.find("invalid polygons (stand OIDs 1)"), std::string::npos) << result.errorText;
-  EXPECT_EQ(result.addedFields, (std::vector<std::string>{"StandID"}));
-  if (!result.errorLogPath.empty()) std::filesystem::remove(result.errorLogPath);
+  auto plain = MakePoints(dir / "bad.gpkg", "Plots", 26910, {}, {platform::XY{1, 5}, platform::XY{5, 1}});
+  const auto result = ImportStandIDValues(app, nullptr, Parameters(bowtie, plain, {}));
+  ASSERT_TRUE(result.Succeeded()) << result.errorText;
+  EXPECT_EQ(result.pointsInStands, 1);
+  EXPECT_NE(result.report.find(R"(\par \tab Stand X (OID 1): its polygon is not valid)"), std::string::npos);
 }
 
 }  // namespace
