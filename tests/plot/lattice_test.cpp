@@ -40,13 +40,6 @@ TEST(LatticeDirections, FollowTheOrientationClasses) {
   }
 }
 
-TEST(LatticeFrame, EnvelopeTestIncludesItsEdges) {
-  EXPECT_TRUE(PointInExtent(0, 5, 0, 0, 10, 10));
-  EXPECT_TRUE(PointInExtent(10, 10, 0, 0, 10, 10));
-  EXPECT_FALSE(PointInExtent(10.000001, 5, 0, 0, 10, 10));
-  EXPECT_FALSE(PointInExtent(5, -0.000001, 0, 0, 10, 10));
-}
-
 // A concave stand (an L with a notch) in UTM metres.
 const char* kConcaveStand =
     "POLYGON((500000 4000000,500400 4000000,500400 4000150,500180 4000150,500180 4000330,500260 4000330,"
@@ -113,7 +106,7 @@ TEST(ReturnTestPointCollection2, PlaneLatticeIsCompleteInsideAndOrdered) {
   }
 }
 
-TEST(ReturnTestPointCollection2, OrientationZeroRowsRunExactlyEastWest) {
+TEST(ReturnTestPointCollection2, OrientationZeroRowsRunExactlyEastWestAndUnwalkableSpacingsAreRefused) {
   const SpatialReference utm = SpatialReference::FromEpsg(26910);
   const Geometry polygon = Geometry::FromWkt("POLYGON((0 0,100 0,100 50,0 50,0 0))", utm);
   const PreparedPolygon prepared(polygon);
@@ -126,6 +119,9 @@ TEST(ReturnTestPointCollection2, OrientationZeroRowsRunExactlyEastWest) {
   EXPECT_EQ(points[1], (XY{15, 45}));
   EXPECT_EQ(points[10], (XY{5, 35}));
   EXPECT_EQ(points.back(), (XY{95, 5}));
+  for (const auto& [x, y] : {std::pair{0.0, 10.0}, {10.0, std::nan("")}, {10.0, -1.0}}) {
+    EXPECT_THROW(ReturnTestPointCollection2({5, 5}, prepared, x, y, frame, points), std::exception) << x << "," << y;
+  }
 }
 
 TEST(ReturnTestPointCollection2, GeographicStepsAreMetresOnTheSpheroid) {
@@ -157,18 +153,6 @@ TEST(ReturnTestPointCollection2, GeographicStepsAreMetresOnTheSpheroid) {
   }
   EXPECT_GT(neighbours, 80);
   for (const XY& p : points) EXPECT_TRUE(prepared.Covers(p.x, p.y));
-}
-
-TEST(ReturnTestPointCollection2, RefusesASpacingItCouldNeverWalk) {
-  const SpatialReference utm = SpatialReference::FromEpsg(26910);
-  const Geometry polygon = Geometry::FromWkt("POLYGON((0 0,100 0,100 50,0 50,0 0))", utm);
-  const PreparedPolygon prepared(polygon);
-  double a = 0;
-  const LatticeFrame frame = MakeLatticeFrame(polygon, a);
-  std::vector<XY> points;
-  EXPECT_THROW(ReturnTestPointCollection2({5, 5}, prepared, 0, 10, frame, points), std::exception);
-  EXPECT_THROW(ReturnTestPointCollection2({5, 5}, prepared, 10, std::nan(""), frame, points), std::exception);
-  EXPECT_THROW(ReturnTestPointCollection2({5, 5}, prepared, 10, -1, frame, points), std::exception);
 }
 
 }  // namespace

@@ -5,12 +5,15 @@
 
 #include "platform/workspace.h"
 #include "plot/plot_layout_parameters.h"
+#include "testkit/layers.h"
 
 namespace tarnwick::plotfix {
 
 using platform::Field;
 using platform::FieldType;
 using platform::Value;
+using testkit::ReadAll;
+using testkit::Square;
 
 struct StandRow {
   std::string wkt;
@@ -32,29 +35,14 @@ inline constexpr int kOrientationIndex = 6;
 // Orient doubles.
 inline platform::FeatureLayer MakeStands(const std::string& store, const platform::SpatialReference& sr,
                                          const std::vector<StandRow>& rows, const std::string& name = "Stands") {
-  auto workspace = platform::Workspace::OpenOrCreate(store);
-  platform::Workspace::NewFeatureClass newClass;
-  newClass.name = name;
-  newClass.geometryType = platform::GeometryType::Polygon;
-  newClass.spatialReference = sr;
-  newClass.fields = {Field{"StandID", "", FieldType::String, 12}, Field{"Plots", "", FieldType::Integer},
-                 Field{"XSp", "", FieldType::Double}, Field{"YSp", "", FieldType::Double},
-                 Field{"Orient", "", FieldType::Double}};
-  auto stands = workspace->CreateFeatureClass(newClass);
-  {
-    auto cursor = stands->Insert();
-    for (const auto& row : rows) {
-      auto buffer = cursor->CreateFeatureBuffer();
-      buffer.shape = platform::Geometry::FromWkt(row.wkt, sr);
-      buffer.values[kStandIdIndex] = row.standId;
-      buffer.values[kPlotsIndex] = row.plots;
-      buffer.values[kXSpacingIndex] = row.xSpacing;
-      buffer.values[kYSpacingIndex] = row.ySpacing;
-      buffer.values[kOrientationIndex] = row.orientation;
-      cursor->InsertFeature(buffer);
-    }
-    cursor->Flush();
-  }
+  std::vector<testkit::Row> features;
+  for (const auto& r : rows) features.push_back({r.wkt, {r.standId, r.plots, r.xSpacing, r.ySpacing, r.orientation}});
+  auto stands = testkit::MakeClass(
+      store, testkit::ClassSpec(name, platform::GeometryType::Polygon, sr,
+                                {Field{"StandID", "", FieldType::String, 12}, Field{"Plots", "", FieldType::Integer},
+                                 Field{"XSp", "", FieldType::Double}, Field{"YSp", "", FieldType::Double},
+                                 Field{"Orient", "", FieldType::Double}}),
+      features);
   return platform::FeatureLayer{name, stands, {}, true};
 }
 
@@ -71,19 +59,16 @@ inline platform::Field FieldAt(const platform::FeatureLayer& layer, int index) {
   return layer.featureClass->Fields().at(index);
 }
 
-// Every feature's shape and values, in feature order.
-inline std::vector<platform::Feature> ReadAll(platform::FeatureClass& featureClass) {
-  std::vector<platform::Feature> features;
-  auto cursor = featureClass.Search();
-  while (auto feature = cursor->NextFeature()) features.push_back(std::move(*feature));
-  return features;
-}
-
-// A square with its lower-left corner at (x, y).
-inline std::string Square(double x, double y, double side) {
-  auto p = [](double a, double b) { return std::to_string(a) + " " + std::to_string(b); };
-  return "POLYGON((" + p(x, y) + "," + p(x + side, y) + "," + p(x + side, y + side) + "," + p(x, y + side) + "," +
-         p(x, y) + "))";
+// An existing point layer as the run's output, numbered by idField.
+inline ExistingPlotLayer ExistingLayer(const std::string& layerName, std::shared_ptr<platform::FeatureClass> plots,
+                                       const std::string& idField, bool startAboveHighest = false) {
+  ExistingPlotLayer existing;
+  existing.plotIdFieldIndex = plots->FindField(idField);
+  existing.plotIdField = plots->Fields().at(existing.plotIdFieldIndex);
+  existing.plotIdFieldName = idField;
+  existing.startAboveHighest = startAboveHighest;
+  existing.layer = platform::FeatureLayer{layerName, std::move(plots), {}, true};
+  return existing;
 }
 
 }  // namespace tarnwick::plotfix

@@ -39,45 +39,32 @@ class PlotRunRecords : public ::testing::Test {
   const platform::SpatialReference utm = platform::SpatialReference::FromEpsg(26910);
 };
 
-TEST_F(PlotRunRecords, NewClassGetsAbstractHistoryAndFieldDescriptions) {
+TEST_F(PlotRunRecords, NewClassGetsAbstractHistoryAndFieldDescriptionsAnExistingOneOnlyHistory) {
   const auto stands = MakeStands(dir / "stands.gpkg", utm, {{Square(500000, 4000000, 100), "A"}});
   PlotLayoutParameters p = Grid(stands);
   const std::string store = dir / "plots.gpkg";
   p.output = NewPlotClass{store + "/Plots", store, "Plots"};
-  const PlotLayoutResult result = GeneratePlotLayout(app, document, p);
+  PlotLayoutResult result = GeneratePlotLayout(app, document, p);
   ASSERT_TRUE(result.succeeded) << result.failureReport;
-  const std::string xml = MetadataOf(*result.outputClass);
-  EXPECT_NE(xml.find("This feature class contains an array of plot locations distributed over stand polygons "
-                     "from 'Stands'."),
-            std::string::npos);
-  EXPECT_NE(xml.find("Generated an array of plots over stands from 'Stands'"), std::string::npos);
-  EXPECT_NE(xml.find("NOTE:  This is not Python or VB Code!"), std::string::npos);
-  EXPECT_NE(xml.find("GeneratePlotLayout"), std::string::npos);
-  EXPECT_NE(xml.find("Plot ID Value of this point."), std::string::npos);
-  EXPECT_NE(xml.find("ID Value of stand that contains this plot point, extracted from Attribute Field [StandID] "
-                     "in feature class 'Stands'."),
-            std::string::npos);
-  EXPECT_NE(xml.find("Tarnwick, LLC"), std::string::npos);
-}
+  std::string xml = MetadataOf(*result.outputClass);
+  for (const char* text : {"This feature class contains an array of plot locations distributed over stand polygons "
+                           "from 'Stands'.",
+                           "Generated an array of plots over stands from 'Stands'",
+                           "NOTE:  This is not Python or VB Code!", "GeneratePlotLayout", "Plot ID Value of this point.",
+                           "ID Value of stand that contains this plot point, extracted from Attribute Field [StandID] "
+                           "in feature class 'Stands'.",
+                           "Tarnwick, LLC"}) {
+    EXPECT_NE(xml.find(text), std::string::npos) << text;
+  }
 
-TEST_F(PlotRunRecords, ExistingClassWithItsStandFieldGetsNoFieldDescriptions) {
-  const auto stands = MakeStands(dir / "stands.gpkg", utm, {{Square(500000, 4000000, 100), "A"}});
-  auto workspace = platform::Workspace::OpenOrCreate(dir / "plots.gpkg");
-  platform::Workspace::NewFeatureClass newClass;
-  newClass.name = "Existing";
-  newClass.spatialReference = utm;
-  newClass.fields = {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 12}};
-  auto existingClass = workspace->CreateFeatureClass(newClass);
-  PlotLayoutParameters p = Grid(stands);
-  ExistingPlotLayer existing;
-  existing.layer = platform::FeatureLayer{"Existing", existingClass, {}, true};
-  existing.plotIdField = existingClass->Fields().at(2);
-  existing.plotIdFieldName = "PlotID";
-  existing.plotIdFieldIndex = 2;
-  p.output = existing;
-  const PlotLayoutResult result = GeneratePlotLayout(app, document, p);
+  // An existing class that has its stand field gets the history only.
+  auto existingClass = testkit::MakeClass(
+      store, testkit::ClassSpec("Existing", platform::GeometryType::Point, utm,
+                                {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 12}}));
+  p.output = ExistingLayer("Existing", existingClass, "PlotID");
+  result = GeneratePlotLayout(app, document, p);
   ASSERT_TRUE(result.succeeded) << result.failureReport;
-  const std::string xml = MetadataOf(*existingClass);
+  xml = MetadataOf(*existingClass);
   EXPECT_NE(xml.find("NOTE:  This is not Python or VB Code!"), std::string::npos);
   EXPECT_EQ(xml.find("ID Value of stand that contains this plot point"), std::string::npos);
   EXPECT_EQ(xml.find("This feature class contains an array of plot locations"), std::string::npos);

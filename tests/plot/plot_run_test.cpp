@@ -10,8 +10,8 @@
 
 #include "platform/host/map_document.h"
 #include "plot_fixtures.h"
-#include "presentation/rtf_text.h"
 #include "testkit/fake_application.h"
+#include "testkit/golden.h"
 #include "testkit/temp_dir.h"
 
 namespace tarnwick {
@@ -72,89 +72,21 @@ TEST_F(PlotRun, NewClassReportParameterAndPurposeTexts) {
   ASSERT_TRUE(result.succeeded) << result.failureReport;
   EXPECT_EQ(result.caption, "Analysis Complete:");
   EXPECT_EQ(result.plotsWritten, 18);
-  const std::string ws = result.outputClass->GetWorkspace()->PathName();
-  const std::string utmName = utm.Name();
-  EXPECT_EQ(utmName, "NAD_1983_UTM_Zone_10N");
-
-  const std::vector<std::string> expected = {
-      R"({\rtf1\ansi\ansicpg1252\deff0\deflang1033{\fonttbl{\f0\fswiss\fcharset0 Arial;}{\f1\fnil\fcharset0 MS Sans Serif;}})",
-      R"({\colortbl ;\red0\green0\blue255;\red128\green0\blue0;})",
-      R"(\viewkind4\uc1\pard\qc\tx360\b\f0\fs20 Plot Generation Complete\b0 )",
-      R"(\par \pard\tx360\ul\b\fs16 Parameters)",
-      R"(\par \cf1\ulnone Stand Polygons:\cf0 )",
-      R"(\par \b0\tab\cf2 Feature Class: \cf0  Stands & vbNewLine\par \tab\cf2 Option to do All or Selected:  \cf0 All Stand Polygons (n = 2))",
-      R"(\par \tab\cf2 Stand ID Field: \cf0  StandID (Field Index 2))",
-      R"(\par \tab\cf2 Stand Coordinate System:  \cf0 NAD_1983_UTM_Zone_10N)",
-      R"(\par )",
-      R"(\par \cf1\b Plot Units:\cf0\b0   Meters)",
-      R"(\par )",
-      R"(\par \cf1\b Spacing and Plot Count:\cf0\b0 )",
-      R"(\par \tab\cf2 Plot Count Option:  \cf0 Manually Enter X/Y Point Spacing)",
-      R"(\par \tab\cf2 X-spacing: \cf0  30)",
-      R"(\par \tab\cf2 Y-spacing:  \cf0 30)",
-      R"(\par )",
-      R"(\par \cf1\b Grid Orientation:\cf0\b0   0 degrees (compass direction))",
-      R"(\par )",
-      R"(\par \cf1\b Internal Buffer:\b0  \cf0  None)",
-      R"(\par )",
-      R"(\par \cf1\b Output Options:\cf0\b0 )",
-      R"(\par \tab\cf2 New or Existing Option:  \cf0 Create New Feature Class)",
-      R"(\par \tab\cf2 Feature Class:\cf0  Plots)",
-      R"(\par \tab\cf2 Plot ID Field Name: \cf0  PlotID)",
-      R"(\par \tab\cf2 Stand ID Field Name:\cf0  StandID)",
-      R"(\par \tab\cf2 Feature Class Spatial Reference:  \cf0 NAD_1983_UTM_Zone_10N)",
-      R"(\par \tab\cf2 First Plot Starting Number: \cf0  1)",
-      R"(\par )",
-      R"(\par \cf1\b Anchor Point:\cf0\b0 )",
-      R"(\par \tab\cf2 Anchor Point Option:  \cf0 Do not force grid through a specified point)",
-      R"(\par )",
-      R"(\par \ul\b Notes on Analysis:\ulnone )",
-      R"(\par \b0\tab 1] Stand 'A': Plot Count = 9 (0 iterations))",
-      R"(\par \b0\tab 2] Stand 'B': Plot Count = 9 (0 iterations))",
-      R"(\par )",
-      R"(\par \i Analysis Parameters also saved to plot feature class metadata.\i0 )",
-      R"(\par )",
-      R"(\par \pard\qc\tx360 ----------------------------------)",
-  };
-  const std::vector<std::string> lines = Lines(result.rtfReport);
-  ASSERT_GT(lines.size(), expected.size());
-  for (std::size_t i = 0; i < expected.size(); ++i) EXPECT_EQ(lines[i], expected[i]) << "line " << i + 1;
-
-  // The closing lines around the injected times.
-  const std::string closing = R"(\par \i )" + ReturnTimeElapsedRTF(At(9, 5, 7), At(9, 6, 12), 16) +
-                              "\\i0\\fs20 \r\n\\par \\pard\\f1\\fs17 \r\n\\par }\r\n \r\n";
-  ASSERT_GE(result.rtfReport.size(), closing.size());
-  EXPECT_EQ(result.rtfReport.substr(result.rtfReport.size() - closing.size()), closing);
-  EXPECT_NE(result.rtfReport.find("1 minute, 5 seconds"), std::string::npos);
-  EXPECT_NE(RtfToPlainText(result.rtfReport).find("1] Stand 'A': Plot Count = 9 (0 iterations)"), std::string::npos);
-
-  EXPECT_EQ(result.parameterText,
-            "NOTE:  This is not Python or VB Code!  [FUNCTION Generate_Plot_Layout][Parameters: "
-            "Stand_Feature_Class = 'Stands', Stand_ID_Field = 'StandID' (Field Index 2), Do_All_Stands = 'TRUE', "
-            "Units = 'Meters', Spacing_Method = 'Manually Enter X/Y Point Spacing', X_Spacing_Value = '30', "
-            "Y_Spacing_Value = '30', Plot Layout Orientation = '0', Buffer_Distance = '0', Buffer_Units = '', "
-            "Output_Option = 'Create New Feature Class', Output_Dataset_Name = 'Plots', Output_Worksapce = '" +
-                store + "', First_Plot_Number = '1', Plot_ID_Field = 'PlotID', Stand_ID_Field = 'StandID', "
-                "Force_Through_Anchor_Point = 'FALSE']");
-  EXPECT_EQ(result.purposeText,
-            "Generated an array of plots over stands from 'Stands' and saved them to a new point feature class "
-            "['Plots', in workspace '" + store + "']. Plots generated every 30 Meters along X-axis, and every 30 "
-            "Meters along Y-axis  (prior to grid rotation of 0 degrees). Points generated to fill stand polygons, "
-            "with no edge buffer applied. Plots not forced through any anchor point.");
+  testkit::ExpectGolden(result.rtfReport, "plot_run_new_class.rtf");
+  testkit::ExpectGolden(result.parameterText + "\n" + result.purposeText + "\n", "plot_run_new_class.txt",
+                        {{store, "<STORE>"}});
 
   // The points: text plot IDs from 1, the stand's ID, northern row first.
   const auto plots = ReadAll(*result.outputClass);
   ASSERT_EQ(plots.size(), 18u);
   const int standField = result.outputClass->FindField("StandID");
   const int plotField = result.outputClass->FindField("PlotID");
-  const XY firstRow[] = {{500020, 4000080}, {500050, 4000080}, {500080, 4000080}};
   for (int i = 0; i < 18; ++i) {
     EXPECT_EQ(platform::ValueToText(plots[i].values.at(plotField)), std::to_string(i + 1));
     EXPECT_EQ(platform::ValueToText(plots[i].values.at(standField)), i < 9 ? "A" : "B");
-    if (i < 3) {
-      EXPECT_EQ(plots[i].shape.PointXY(), firstRow[i]);
-    }
   }
+  EXPECT_EQ(plots[0].shape.PointXY(), (XY{500020, 4000080}));
+  EXPECT_EQ(plots[1].shape.PointXY(), (XY{500050, 4000080}));
   EXPECT_EQ(plots[8].shape.PointXY(), (XY{500080, 4000020}));
   EXPECT_EQ(plots[9].shape.PointXY(), (XY{500220, 4000080}));
 
@@ -172,22 +104,11 @@ TEST_F(PlotRun, ExistingClassWithCountAnchorBufferAndFieldOrientation) {
                                  {{Square(500000, 4000000, 200), "A", {}, {}, {}, 30.0},
                                   {Square(500400, 4000000, 200), "B", {}, {}, {}, Value{}}});
   // An existing class without a stand field, text plot IDs 3 and 17 already in it.
-  auto workspace = platform::Workspace::OpenOrCreate(dir / "plots.gpkg");
-  platform::Workspace::NewFeatureClass newClass;
-  newClass.name = "Existing";
-  newClass.spatialReference = utm;
-  newClass.fields = {Field{"PlotID", "", FieldType::String, 10}};
-  auto existingClass = workspace->CreateFeatureClass(newClass);
-  {
-    auto cursor = existingClass->Insert();
-    for (const char* id : {"3", "17"}) {
-      auto buffer = cursor->CreateFeatureBuffer();
-      buffer.shape = platform::Geometry::MakePoint(1, 1, utm);
-      buffer.values[2] = std::string(id);
-      cursor->InsertFeature(buffer);
-    }
-    cursor->Flush();
-  }
+  auto existingClass =
+      testkit::MakeClass(dir / "plots.gpkg",
+                         testkit::ClassSpec("Existing", platform::GeometryType::Point, utm,
+                                            {Field{"PlotID", "", FieldType::String, 10}}),
+                         {{"POINT (1 1)", {std::string("3")}}, {"POINT (1 1)", {std::string("17")}}});
 
   PlotLayoutParameters p;
   p.stands = StandsOf(stands);
@@ -196,63 +117,21 @@ TEST_F(PlotRun, ExistingClassWithCountAnchorBufferAndFieldOrientation) {
   p.orientation = OrientationFromField{kOrientationIndex, FieldAt(stands, kOrientationIndex)};
   p.buffer = {5, "Feet"};
   p.firstPlotNumber = 0;
-  ExistingPlotLayer existing;
-  existing.layer = platform::FeatureLayer{"Plot points", existingClass, {}, true};
-  existing.plotIdField = existingClass->Fields().at(2);
-  existing.plotIdFieldName = "PlotID";
-  existing.plotIdFieldIndex = 2;
-  existing.startAboveHighest = true;
-  p.output = existing;
+  p.output = ExistingLayer("Plot points", existingClass, "PlotID", true);
   p.anchor = ClickedAnchor{500010, 4000010, utm, std::nullopt, platform::TransformDirection::Forward};
 
   const PlotLayoutResult result = Run(p);
   ASSERT_TRUE(result.succeeded) << result.failureReport;
-  const std::string ws = existingClass->GetWorkspace()->PathName();
-  EXPECT_EQ(result.parameterText,
-            "NOTE:  This is not Python or VB Code!  [FUNCTION Generate_Plot_Layout][Parameters: "
-            "Stand_Feature_Class = 'Stands', Stand_ID_Field = 'StandID' (Field Index 2), Do_All_Stands = 'TRUE', "
-            "Units = 'Meters', Spacing_Method = 'Enter # Plots per Polygon', Plot_Count = '5', "
-            "Spacing_Ratio_X_Axis = '1', Spacing_Ratio_Y_Axis = '2', Plot Layout Orientation = Variable, based on "
-            "Stand Attribute Field [Orient], Buffer_Distance = '5', Buffer_Units = 'Feet', Output_Option = 'Add to "
-            "Existing Feature Class', Existing_Dataset_Name = 'Existing', Existing_Dataset_Worksapce = '" + ws +
-                "', Determine_Grid_Point_Starting_Number_from_Points_Layer = 'TRUE', Starting_Number = '18', "
-                "Plot_ID_Field = 'PlotID, Stand_ID_Field = 'StandID', Point_Coordinate_System = "
-                "'NAD_1983_UTM_Zone_10N', Stand_Coordinate_System = 'NAD_1983_UTM_Zone_10N', "
-                "Stand_To_Point_Transform = 'None', Stand_To_Point_Transform_Direction = 'None', "
-                "Force_Through_Anchor_Point = 'TRUE'Selection_Option = 'Select Point by Clicking on Screen', "
-                "Anchor_X = '500010.0000000000', Anchor_Y = '4000010.0000000000', Point_Coordinate_System = "
-                "'NAD_1983_UTM_Zone_10N', Anchor_Coordinate_System = 'NAD_1983_UTM_Zone_10N', "
-                "Anchor_To_Point_Transform = 'None', Anchor_To_Point_Transform_Direction = 'None']");
-  EXPECT_EQ(result.purposeText,
-            "Generated an array of plots over stands from 'Stands' and saved them to an existing point feature "
-            "class ['Plot points' (dataset name = 'Existing') in workspace '" + ws + "']. Plots generated at 5 per "
-            "polygon, arranged in a rectangular pattern with an X:Y spacing ratio of 1:2 (prior to grid rotation of "
-            "[Orient] degrees). Points generated to avoid a buffer along the edges of stand polygons, using a "
-            "buffer distance of 5 Feet. Plots forced through anchor point, specified by clicking on the screen.");
-
-  const std::vector<std::string> lines = Lines(result.rtfReport);
-  auto has = [&lines](const std::string& line) { return std::find(lines.begin(), lines.end(), line) != lines.end(); };
-  EXPECT_TRUE(has(R"(\par \tab\cf2 Stand Transformation to Plot Coordinate System:\cf0   None)"));
-  EXPECT_TRUE(has(R"(\par \tab\cf2 Stand Transformation Direction: \cf0  None)"));
-  EXPECT_TRUE(has(R"(\par \tab\cf2 Plot Count Option:  \cf0 Enter # Plots per Polygon)"));
-  EXPECT_TRUE(has(R"(\par \tab\cf2 Plot Spacing Option:  \cf0 1:2 (Rectangular pattern))"));
-  EXPECT_TRUE(has(R"(\par \tab\cf2 Plot Count:\cf0   5)"));
-  EXPECT_TRUE(has(R"(\par \cf1\b Grid Orientation:\cf0\b0   [Orient] degrees (compass direction))"));
-  EXPECT_TRUE(has(R"(\par \cf1\b Internal Buffer:\b0  \cf0  5 Feet)"));
-  EXPECT_TRUE(has(R"(\par \tab\cf2 New or Existing Option:  \cf0 Add to Existing Feature Class)"));
-  EXPECT_TRUE(has(R"(\par \tab\cf2 Feature Class:\cf0  Existing)"));
-  EXPECT_TRUE(has(R"(\par \tab\cf2 Plot ID Field Name: \cf0   PlotID)"));
-  EXPECT_TRUE(has(R"(\par \tab\cf2 Stand ID Field Name:\cf0   StandID)"));
-  EXPECT_TRUE(has(R"(\par \tab\cf2 Plot Starting Number Option: \cf0  Determine Grid Point Starting Number from Points Layer)"));
-  EXPECT_TRUE(has(R"(\par \tab\cf2 First Plot Starting Number: \cf0  18)"));
-  EXPECT_TRUE(has(R"(\par \tab\cf2 Anchor Point Option:  \cf0 Select Point by Clicking on Screen)"));
-  EXPECT_TRUE(has(R"(\par \tab\cf2 Anchor Point X-Coordinate:  \cf0 500010)"));
-  EXPECT_TRUE(has(R"(\par \tab\cf2 Anchor Point Y-Coordinate:\cf0   4000010)"));
-  EXPECT_TRUE(has(R"(\par \tab\cf2 Anchor Transformation Direction:\cf0   None)"));
-  // The stand without an orientation keeps the one before.
-  EXPECT_EQ(std::count(lines.begin(), lines.end(), R"(\par \b0\tab\tab Orientation = 30\'b0)"), 2);
-  EXPECT_NE(result.rtfReport.find(R"(\par \b0\tab 1] Stand 'A': Plot Count = 5 ()"), std::string::npos);
-  EXPECT_NE(result.rtfReport.find(R"(\par \b0\tab 2] Stand 'B': Plot Count = 5 ()"), std::string::npos);
+  // The stand without an orientation keeps the one before; the iteration
+  // counts of the search are masked.
+  std::string report = result.rtfReport;
+  for (std::size_t at = 0; (at = report.find("Plot Count = 5 (", at)) != std::string::npos;) {
+    at += 16;
+    report.replace(at, report.find(')', at) - at, "N iterations");
+  }
+  testkit::ExpectGolden(report, "plot_run_existing_class.rtf");
+  testkit::ExpectGolden(result.parameterText + "\n" + result.purposeText + "\n", "plot_run_existing_class.txt",
+                        {{existingClass->GetWorkspace()->PathName(), "<STORE>"}});
 
   // The stand field was added; numbers go on above 17 as text.
   const auto plots = ReadAll(*existingClass);
@@ -268,21 +147,12 @@ TEST_F(PlotRun, ExistingClassWithCountAnchorBufferAndFieldOrientation) {
 
 TEST_F(PlotRun, NumericPlotIdsAndStartAboveHighestOnAnEmptyClass) {
   const auto stands = MakeStands(dir / "stands.gpkg", utm, {{Square(500000, 4000000, 100), "A"}});
-  auto workspace = platform::Workspace::OpenOrCreate(dir / "plots.gpkg");
-  platform::Workspace::NewFeatureClass newClass;
-  newClass.name = "Numbered";
-  newClass.spatialReference = utm;
-  newClass.fields = {Field{"PLOT", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 12}};
-  auto numbered = workspace->CreateFeatureClass(newClass);
-
+  auto numbered = testkit::MakeClass(
+      dir / "plots.gpkg", testkit::ClassSpec("Numbered", platform::GeometryType::Point, utm,
+                                             {Field{"PLOT", "", FieldType::Integer},
+                                              Field{"StandID", "", FieldType::String, 12}}));
   PlotLayoutParameters p = NewClassRun(stands, "");
-  ExistingPlotLayer existing;
-  existing.layer = platform::FeatureLayer{"Numbered", numbered, {}, true};
-  existing.plotIdField = numbered->Fields().at(2);
-  existing.plotIdFieldName = "PLOT";
-  existing.plotIdFieldIndex = 2;
-  existing.startAboveHighest = true;
-  p.output = existing;
+  p.output = ExistingLayer("Numbered", numbered, "PLOT", true);
   p.firstPlotNumber = 0;
   PlotLayoutResult result = Run(p);
   ASSERT_TRUE(result.succeeded) << result.failureReport;
@@ -338,18 +208,26 @@ TEST_F(PlotRun, NullStandIdFailsTheRunAndNothingOfItStays) {
   EXPECT_FALSE(std::filesystem::exists(store));
 }
 
-TEST_F(PlotRun, ZeroSpacingFromAFieldFailsNamingStandAndField) {
+TEST_F(PlotRun, ZeroSpacingFromAFieldOrNoSpatialReferenceFailsTheRun) {
   const auto stands = MakeStands(dir / "stands.gpkg", utm,
                                  {{Square(500000, 4000000, 100), "A", {}, 30.0, 30.0},
                                   {Square(500200, 4000000, 100), "B", {}, 0.0, 30.0}});
   PlotLayoutParameters p = NewClassRun(stands, dir / "plots.gpkg");
   p.spacing = SpacingFromFields{kXSpacingIndex, FieldAt(stands, kXSpacingIndex), kYSpacingIndex,
                                 FieldAt(stands, kYSpacingIndex)};
-  const PlotLayoutResult result = Run(p);
+  PlotLayoutResult result = Run(p);
   EXPECT_FALSE(result.succeeded);
   EXPECT_EQ(result.plotsWritten, 9);
   EXPECT_NE(result.failureReport.find("Stand 'B': the X spacing in field [XSp] is 0"), std::string::npos)
       << result.failureReport;
+
+  // Stands without a spatial reference are refused before anything is written.
+  const auto bare = MakeStands(dir / "bare.gpkg", SpatialReference(), {{Square(0, 0, 100), "A"}});
+  const std::string store = dir / "plots2.gpkg";
+  result = Run(NewClassRun(bare, store));
+  EXPECT_FALSE(result.succeeded);
+  EXPECT_NE(result.failureReport.find("has no spatial reference"), std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(store));
 }
 
 TEST_F(PlotRun, BufferThatEliminatesAStandIsNoted) {
@@ -437,15 +315,6 @@ TEST_F(PlotRun, PlotCountFromAFieldOnAGeographicLayer) {
   EXPECT_NE(result.rtfReport.find("1] Stand 'G1': Plot Count = 20 ("), std::string::npos);
   EXPECT_NE(result.rtfReport.find("2] Stand 'G2': Plot Count = 0; No plots generated..."), std::string::npos);
   EXPECT_EQ(result.outputClass->GetSpatialReference().FactoryCode(), 4269);
-}
-
-TEST_F(PlotRun, StandsWithoutASpatialReferenceAreRefusedBeforeWriting) {
-  const auto stands = MakeStands(dir / "stands.gpkg", SpatialReference(), {{Square(0, 0, 100), "A"}});
-  const std::string store = dir / "plots.gpkg";
-  const PlotLayoutResult result = Run(NewClassRun(stands, store));
-  EXPECT_FALSE(result.succeeded);
-  EXPECT_NE(result.failureReport.find("has no spatial reference"), std::string::npos);
-  EXPECT_FALSE(std::filesystem::exists(store));
 }
 
 TEST_F(PlotRun, SelectedStandsOnlyAndAllWhenNoneIsSelected) {
