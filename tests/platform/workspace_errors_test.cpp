@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 
 #include "platform/errors.h"
 #include "platform/workspace.h"
+#include "testkit/layers.h"
 #include "testkit/temp_dir.h"
 
 namespace tarnwick::platform {
@@ -41,14 +43,10 @@ TEST(WorkspaceErrors, MissingPathsAndPersonalGeodatabases) {
 
 TEST(WorkspaceErrors, LayerSpecNamingAnAbsentLayer) {
   testkit::TempDir dir;
-  auto workspace = Workspace::OpenOrCreate(dir / "inv.gpkg");
-  Workspace::NewFeatureClass newClass;
-  newClass.name = "Stands";
-  newClass.geometryType = GeometryType::Polygon;
-  workspace->CreateFeatureClass(newClass);
-  newClass.name = "Roads";
-  newClass.geometryType = GeometryType::Polyline;
-  workspace->CreateFeatureClass(newClass);
+  testkit::MakeClass(dir / "inv.gpkg", testkit::ClassSpec("Stands", GeometryType::Polygon, {}));
+  const auto roads = testkit::ClassSpec("Roads", GeometryType::Polyline, {});
+  testkit::MakeClass(dir / "inv.gpkg", roads);
+  auto workspace = Workspace::Open(dir / "inv.gpkg");
 
   EXPECT_EQ(OpenFeatureLayer(dir / "inv.gpkg|layername=Stands").name, "Stands");
   EXPECT_EQ(OpenFeatureLayer(dir / "inv.gpkg/Roads").featureClass->ShapeType(), GeometryType::Polyline);
@@ -58,54 +56,33 @@ TEST(WorkspaceErrors, LayerSpecNamingAnAbsentLayer) {
   EXPECT_NE(message.find("holds 2 feature classes"), std::string::npos) << message;
   message = MessageOf([&] { workspace->OpenFeatureClass("Plots"); });
   EXPECT_NE(message.find("'Plots' not found"), std::string::npos) << message;
-  message = MessageOf([&] { workspace->CreateFeatureClass(newClass); });
+  message = MessageOf([&] { workspace->CreateFeatureClass(roads); });
   EXPECT_NE(message.find("already exists"), std::string::npos) << message;
   message = MessageOf([&] { workspace->OpenFeatureClass("Stands")->FeatureCount("NO_SUCH_FIELD = 1"); });
   EXPECT_NE(message.find("Invalid where clause"), std::string::npos) << message;
 }
 
-TEST(WorkspaceErrors, ReadOnlyFolderReadsButRefusesWrites) {
+TEST(WorkspaceErrors, ReadOnlyStoresReadButRefuseWrites) {
   testkit::TempDir dir;
   const std::string folder = dir / "shapes";
-  {
-    auto workspace = Workspace::OpenOrCreate(folder);
-    Workspace::NewFeatureClass newClass;
-    newClass.name = "plots";
-    newClass.fields = {Field{"N", "", FieldType::Integer}};
-    auto plots = workspace->CreateFeatureClass(newClass);
-    auto cursor = plots->Insert();
-    auto buffer = cursor->CreateFeatureBuffer();
-    buffer.shape = Geometry::MakePoint(1, 2, SpatialReference());
-    cursor->InsertFeature(buffer);
-  }
+  testkit::MakeClass(folder, testkit::ClassSpec("plots", GeometryType::Point, {}, {Field{"N", "", FieldType::Integer}}),
+                     {{"POINT (1 2)"}});
   ::chmod(folder.c_str(), 0555);
   for (const char* file : {"plots.shp", "plots.shx", "plots.dbf"}) ::chmod((folder + "/" + file).c_str(), 0444);
-
   auto workspace = Workspace::Open(folder);
   auto plots = workspace->OpenFeatureClass("plots");
   EXPECT_EQ(plots->FeatureCount(), 1);
-  auto message = MessageOf([&] { plots->Insert(); });
-  EXPECT_NE(message.find("read-only"), std::string::npos) << message;
-  EXPECT_NE(message.find(folder), std::string::npos) << message;
-  message = MessageOf([&] { plots->AddField(Field{"M", "", FieldType::Integer}); });
-  EXPECT_NE(message.find("read-only"), std::string::npos) << message;
-  message = MessageOf([&] { Workspace::NewFeatureClass more;
-    more.name = "more";
-    workspace->CreateFeatureClass(more); });
-  EXPECT_NE(message.find("read-only"), std::string::npos) << message;
-  ::chmod(folder.c_str(), 0755);
-}
-
-TEST(WorkspaceErrors, ReadOnlyGeoPackageReadsButRefusesWrites) {
-  testkit::TempDir dir;
-  const std::string path = dir / "inv.gpkg";
-  {
-    auto workspace = Workspace::OpenOrCreate(path);
-    Workspace::NewFeatureClass newClass;
-    newClass.name = "Stands";
-    newClass.geometryType = GeometryType::Polygon;
-    workspace->CreateFeatureClass(newClass);
+  for (const auto& write : std::vector<std::function<void()>>{
+           [&] { plots->Insert(); }, [&] { plots->AddField(Field{"M", "", FieldType::Integer}); },
+           [&] { workspace->CreateFeatureClass(testkit::ClassSpec("more", GeometryType::Point, {})); }}) {
+    const auto message = MessageOf(write);
+    EXPECT_NE(message.find("read-only"), std::string::npos) << message;
+    EXPECT_NE(message.find(folder), std::string::npos) << message;
   }
+  ::chmod(folder.c_str(), 0755);
+
+  const std::string path = dir / "inv.gpkg";
+  testkit::MakeClass(path, testkit::ClassSpec("Stands", GeometryType::Polygon, {}));
   ::chmod(path.c_str(), 0444);
   auto stands = OpenFeatureLayer(path + "|layername=Stands").featureClass;
   EXPECT_EQ(stands->FeatureCount(), 0);
@@ -115,14 +92,15 @@ TEST(WorkspaceErrors, ReadOnlyGeoPackageReadsButRefusesWrites) {
 }
 
 TEST(WorkspaceErrors, SplitClassPath) {
-  EXPECT_EQ(SplitClassPath("x.gpkg/Plots").workspace, "x.gpkg");
-  EXPECT_EQ(SplitClassPath("x.gpkg/Plots").name, "Plots");
-  EXPECT_EQ(SplitClassPath("/data/x.gdb/Plots").workspace, "/data/x.gdb");
-  EXPECT_EQ(SplitClassPath("dir/plots.shp").workspace, "dir");
-  EXPECT_EQ(SplitClassPath("dir/plots.shp").name, "plots");
-  EXPECT_EQ(SplitClassPath("C:\\data\\plots.SHP").workspace, "C:/data");
-  EXPECT_EQ(SplitClassPath("C:\\data\\plots.SHP").name, "plots");
-  EXPECT_EQ(SplitClassPath("/data/x.gdb/Forest/Plots").workspace, "/data/x.gdb");
+  const std::pair<const char*, ClassPath> cases[] = {
+      {"x.gpkg/Plots", {"x.gpkg", "Plots"}},          {"/data/x.gdb/Plots", {"/data/x.gdb", "Plots"}},
+      {"dir/plots.shp", {"dir", "plots"}},            {"C:\\data\\plots.SHP", {"C:/data", "plots"}},
+      {"/data/x.gdb/Forest/Plots", {"/data/x.gdb", "Plots"}},
+  };
+  for (const auto& [path, expected] : cases) {
+    EXPECT_EQ(SplitClassPath(path).workspace, expected.workspace) << path;
+    EXPECT_EQ(SplitClassPath(path).name, expected.name) << path;
+  }
 }
 
 }  // namespace

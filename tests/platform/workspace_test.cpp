@@ -3,37 +3,23 @@
 #include <gtest/gtest.h>
 
 #include "platform/errors.h"
+#include "testkit/layers.h"
 #include "testkit/temp_dir.h"
 
 namespace tarnwick::platform {
 namespace {
 
-struct Store {
-  std::string name;
-  std::string path;  // relative to a temp folder
-  WorkspaceKind kind;
-  std::string oidName;
-  std::string shapeName;
-  friend void PrintTo(const Store& store, std::ostream* os) { *os << store.name; }
-};
-
-class WorkspaceStores : public ::testing::TestWithParam<Store> {
+class WorkspaceStores : public ::testing::TestWithParam<testkit::StoreCase> {
  protected:
   std::shared_ptr<FeatureClass> CreatePlots() {
-    workspace = Workspace::OpenOrCreate(dir / GetParam().path);
-    Workspace::NewFeatureClass newClass;
-    newClass.name = "Plots";
-    newClass.geometryType = GeometryType::Point;
-    newClass.spatialReference = SpatialReference::FromEpsg(26910);
-    newClass.fields = {
-        Field{"STAND_ID", "", FieldType::String, 20},
-        Field{"PLOT_NO", "", FieldType::Integer},
-        Field{"AREA_HA", "", FieldType::Double, 0, 12, 4},
-        Field{"CLASS", "", FieldType::SmallInteger},
-    };
-    newClass.oidFieldName = "OBJECTID";
-    newClass.shapeFieldName = "Shape";
-    return workspace->CreateFeatureClass(newClass);
+    auto plots = testkit::MakeClass(
+        dir / GetParam().path,
+        testkit::ClassSpec("Plots", GeometryType::Point, SpatialReference::FromEpsg(26910),
+                           {Field{"STAND_ID", "", FieldType::String, 20}, Field{"PLOT_NO", "", FieldType::Integer},
+                            Field{"AREA_HA", "", FieldType::Double, 0, 12, 4},
+                            Field{"CLASS", "", FieldType::SmallInteger}}));
+    workspace = plots->GetWorkspace();
+    return plots;
   }
 
   testkit::TempDir dir;
@@ -41,28 +27,23 @@ class WorkspaceStores : public ::testing::TestWithParam<Store> {
 };
 
 TEST_P(WorkspaceStores, CreateInsertReadUpdate) {
-  const Store& store = GetParam();
+  const testkit::StoreCase& store = GetParam();
   auto plots = CreatePlots();
   EXPECT_EQ(workspace->Kind(), store.kind);
   EXPECT_EQ(Workspace::KindOfPath(workspace->PathName()), store.kind);
 
   // Field list: OID at 0, Shape at 1, then the attributes in order.
-  const auto& fields = plots->Fields();
-  ASSERT_EQ(fields.size(), 6u);
-  EXPECT_EQ(fields[0].type, FieldType::OID);
-  EXPECT_EQ(fields[0].name, store.oidName);
-  EXPECT_EQ(fields[1].type, FieldType::Geometry);
-  EXPECT_EQ(fields[1].name, store.shapeName);
-  EXPECT_EQ(fields[2].type, FieldType::String);
-  EXPECT_EQ(fields[2].length, 20);
-  EXPECT_EQ(fields[3].type, FieldType::Integer);
-  EXPECT_EQ(fields[4].type, FieldType::Double);
-  EXPECT_EQ(fields[5].type, FieldType::SmallInteger);
+  std::vector<std::pair<std::string, FieldType>> fields;
+  for (const auto& field : plots->Fields()) fields.emplace_back(field.name, field.type);
+  EXPECT_EQ(fields, (std::vector<std::pair<std::string, FieldType>>{
+                        {store.kind == WorkspaceKind::ShapefileFolder ? "FID" : "OBJECTID", FieldType::OID}, {"Shape", FieldType::Geometry},
+                        {"STAND_ID", FieldType::String}, {"PLOT_NO", FieldType::Integer},
+                        {"AREA_HA", FieldType::Double}, {"CLASS", FieldType::SmallInteger}}));
+  EXPECT_EQ(plots->Fields()[2].length, 20);
   EXPECT_EQ(plots->FindField("plot_no"), 3);
   EXPECT_EQ(plots->FindField("absent"), -1);
   EXPECT_EQ(plots->ShapeType(), GeometryType::Point);
-  EXPECT_FALSE(plots->HasZ());
-  EXPECT_FALSE(plots->HasM());
+  EXPECT_FALSE(plots->HasZ() || plots->HasM());
   EXPECT_EQ(plots->GetSpatialReference().FactoryCode(), 26910);
 
   {
@@ -226,23 +207,27 @@ TEST_P(WorkspaceStores, PolygonsWithZAndCustomNames) {
   EXPECT_EQ(feature->shape.SpatialRef().FactoryCode(), 2227);
 }
 
-TEST_P(WorkspaceStores, WritesOneClassWhileReadingAnotherOfTheSameStore) {
-  // The plot tool reads stands and writes plots into the same store through
-  // separately opened workspaces, committing as it goes.
+TEST_P(WorkspaceStores, FlushedFeaturesAreSeenByAnotherOpeningWhichMayWriteAnotherClass) {
   auto plots = CreatePlots();
-  for (int i = 0; i < 30; ++i) {
+  {
     auto cursor = plots->Insert();
     auto buffer = cursor->CreateFeatureBuffer();
-    buffer.shape = Geometry::MakePoint(i, i, SpatialReference::FromEpsg(26910));
-    cursor->InsertFeature(buffer);
+    for (int i = 0; i < 30; ++i) {
+      buffer.shape = Geometry::MakePoint(i, i, SpatialReference::FromEpsg(26910));
+      cursor->InsertFeature(buffer);
+    }
     cursor->Flush();
+    EXPECT_EQ(plots->FeatureCount(), 30);
+    if (GetParam().kind != WorkspaceKind::FileGeodatabase) {
+      // A geodatabase opened separately sees them only when the cursor ends.
+      EXPECT_EQ(OpenFeatureLayer(plots->FullPath()).featureClass->FeatureCount(), 30);
+    }
   }
+  // The plot tool reads stands and writes plots into the same store through
+  // separately opened workspaces, committing as it goes.
   auto source = OpenFeatureLayer(plots->FullPath()).featureClass;
-  auto output = Workspace::OpenOrCreate(workspace->PathName());
-  Workspace::NewFeatureClass newClass;
-  newClass.name = "Copies";
-  newClass.geometryType = GeometryType::Point;
-  auto copies = output->CreateFeatureClass(newClass);
+  auto copies = Workspace::OpenOrCreate(workspace->PathName())
+                    ->CreateFeatureClass(testkit::ClassSpec("Copies", GeometryType::Point, {}));
   auto insert = copies->Insert();
   auto read = source->Search();
   int count = 0;
@@ -257,30 +242,8 @@ TEST_P(WorkspaceStores, WritesOneClassWhileReadingAnotherOfTheSameStore) {
   EXPECT_EQ(copies->FeatureCount(), 30);
 }
 
-TEST_P(WorkspaceStores, FlushedFeaturesAreSeenByAnotherOpening) {
-  auto plots = CreatePlots();
-  auto cursor = plots->Insert();
-  auto buffer = cursor->CreateFeatureBuffer();
-  for (int i = 0; i < 3; ++i) {
-    buffer.shape = Geometry::MakePoint(i, i, SpatialReference::FromEpsg(26910));
-    cursor->InsertFeature(buffer);
-  }
-  cursor->Flush();
-  EXPECT_EQ(plots->FeatureCount(), 3);
-  if (GetParam().kind != WorkspaceKind::FileGeodatabase) {
-    // A geodatabase opened separately sees them only when the cursor ends.
-    EXPECT_EQ(OpenFeatureLayer(plots->FullPath()).featureClass->FeatureCount(), 3);
-  }
-  cursor.reset();
-  EXPECT_EQ(OpenFeatureLayer(plots->FullPath()).featureClass->FeatureCount(), 3);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    AllStores, WorkspaceStores,
-    ::testing::Values(Store{"Shapefiles", "shapes", WorkspaceKind::ShapefileFolder, "FID", "Shape"},
-                      Store{"FileGeodatabase", "inventory.gdb", WorkspaceKind::FileGeodatabase, "OBJECTID", "Shape"},
-                      Store{"GeoPackage", "inventory.gpkg", WorkspaceKind::GeoPackage, "OBJECTID", "Shape"}),
-    [](const auto& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(AllStores, WorkspaceStores, ::testing::ValuesIn(testkit::kStores),
+                         [](const auto& info) { return info.param.name; });
 
 }  // namespace
 }  // namespace tarnwick::platform
