@@ -12,14 +12,12 @@ std::string General(std::string name, const Names* existing = nullptr, bool pers
 std::string Dbase(std::string name, const Names* existing = nullptr) { return ReturnDBASEFieldName(name, existing); }
 
 TEST(FieldNames, GeneralRule) {
-  EXPECT_EQ(General(""), "z_Field");
-  EXPECT_EQ(General("   "), "z_Field");
-  EXPECT_EQ(General("2nd plot"), "z2nd_plot");
-  EXPECT_EQ(General("date"), "z_Date");
-  EXPECT_EQ(General("DATE"), "z_Date");
-  EXPECT_EQ(General("shape_length"), "z_Shape_Length");
-  EXPECT_EQ(General("Stand-ID #"), "Stand_ID__");
-  EXPECT_EQ(General("Basal\xC3\xA1rea"), "Basal_rea");  // one "_" per typed character
+  const std::pair<const char*, const char*> cases[] = {
+      {"", "z_Field"},       {"   ", "z_Field"},       {"2nd plot", "z2nd_plot"},
+      {"date", "z_Date"},    {"DATE", "z_Date"},       {"shape_length", "z_Shape_Length"},
+      {"Stand-ID #", "Stand_ID__"}, {"Basal\xC3\xA1rea", "Basal_rea"},  // one "_" per typed character
+  };
+  for (const auto& [name, expected] : cases) EXPECT_EQ(General(name), expected) << name;
   EXPECT_EQ(General(std::string(70, 'a')).size(), 64u);
   EXPECT_EQ(General(std::string(70, 'a'), nullptr, true).size(), 52u);
   EXPECT_EQ(General("1" + std::string(20, 'b'), nullptr, false, true), "z1" + std::string(14, 'b'));
@@ -45,13 +43,12 @@ TEST(FieldNames, DbaseRule) {
   EXPECT_EQ(Dbase("Stand_Number", &many), "Stand_Nu10");
 
   // The dBASE column of the reserved table.
-  EXPECT_EQ(Dbase("Shape_Length"), "zShape_Len");
-  EXPECT_EQ(Dbase("SHAPE_AREA"), "zShapeArea");
-  EXPECT_EQ(Dbase("Object_ID"), "z_ObjectID");
-  EXPECT_EQ(Dbase("objectid"), "z_ObjectID");
-  EXPECT_EQ(Dbase("fid"), "z_FID");
-  EXPECT_EQ(Dbase("Year"), "z_Year");
-  EXPECT_EQ(Dbase("_x"), "z_x");
+  const std::pair<const char*, const char*> reserved[] = {
+      {"Shape_Length", "zShape_Len"}, {"SHAPE_AREA", "zShapeArea"}, {"Object_ID", "z_ObjectID"},
+      {"objectid", "z_ObjectID"},     {"fid", "z_FID"},             {"Year", "z_Year"},
+      {"_x", "z_x"},
+  };
+  for (const auto& [name, expected] : reserved) EXPECT_EQ(Dbase(name), expected) << name;
 }
 
 TEST(FieldNames, FileGeodatabaseRule) {

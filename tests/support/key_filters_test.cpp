@@ -18,45 +18,34 @@ KeyResult Press(Filter filter, char key, std::string text, int caret) {
   return {code, box};
 }
 
-TEST(KeyFilters, DecimalMarksInRealBoxes) {
-  auto r = Press(CheckNumericReal, '.', "", 0);
-  EXPECT_EQ(r.code, 0);
-  EXPECT_EQ(r.box.text, "0.");
-  EXPECT_EQ(r.box.caret, 2);
-
-  r = Press(CheckNumericReal, ',', "-", 1);
-  EXPECT_EQ(r.code, 0);
-  EXPECT_EQ(r.box.text, "-0,");
-  EXPECT_EQ(r.box.caret, 3);
-
-  r = Press(CheckNumericReal, '.', "1,5", 3);  // a second mark is swallowed
-  EXPECT_EQ(r.code, 0);
-  EXPECT_EQ(r.box.text, "1,5");
-
-  r = Press(CheckNumericReal, '.', "15", 1);  // let through; the box inserts it
-  EXPECT_EQ(r.code, '.');
-  EXPECT_EQ(r.box.text, "15");
-
-  r = Press(CheckNumericRealPositive, '.', "", 0);
-  EXPECT_EQ(r.box.text, "0.");
-}
-
-TEST(KeyFilters, MinusTogglesTheSignWhereAllowed) {
-  auto r = Press(CheckNumericReal, '-', "12.5", 2);
-  EXPECT_EQ(r.code, 0);
-  EXPECT_EQ(r.box.text, "-12.5");
-  EXPECT_EQ(r.box.caret, 3);
-  r = Press(CheckNumericInteger, '-', "-12", 3);
-  EXPECT_EQ(r.code, 0);
-  EXPECT_EQ(r.box.text, "12");
-  EXPECT_EQ(r.box.caret, 2);
-
-  r = Press(CheckNumericRealPositive, '-', "12", 2);
-  EXPECT_EQ(r.code, 0);
-  EXPECT_EQ(r.box.text, "12");
-  r = Press(CheckNumericIntegerPositive, '-', "12", 2);
-  EXPECT_EQ(r.code, 0);
-  EXPECT_EQ(r.box.text, "12");
+TEST(KeyFilters, DecimalMarksAndMinusEditTheBoxWhereAllowed) {
+  using Filter = void (*)(int&, TextBoxState&);
+  const struct {
+    Filter filter;
+    char key;
+    const char* before;
+    int caret;
+    int code;
+    const char* after;
+    int caretAfter;
+  } cases[] = {
+      {CheckNumericReal, '.', "", 0, 0, "0.", 2},
+      {CheckNumericReal, ',', "-", 1, 0, "-0,", 3},
+      {CheckNumericReal, '.', "1,5", 3, 0, "1,5", 3},  // a second mark is swallowed
+      {CheckNumericReal, '.', "15", 1, '.', "15", 1},  // let through; the box inserts it
+      {CheckNumericRealPositive, '.', "", 0, 0, "0.", 2},
+      {CheckNumericReal, '-', "12.5", 2, 0, "-12.5", 3},  // minus toggles the sign
+      {CheckNumericInteger, '-', "-12", 3, 0, "12", 2},
+      {CheckNumericRealPositive, '-', "12", 2, 0, "12", 2},
+      {CheckNumericIntegerPositive, '-', "12", 2, 0, "12", 2},
+  };
+  for (const auto& c : cases) {
+    const KeyResult r = Press(c.filter, c.key, c.before, c.caret);
+    SCOPED_TRACE(std::string(1, c.key) + " on '" + c.before + "'");
+    EXPECT_EQ(r.code, c.code);
+    EXPECT_EQ(r.box.text, c.after);
+    EXPECT_EQ(r.box.caret, c.caretAfter);
+  }
 }
 
 TEST(KeyFilters, WhichKeysPass) {

@@ -27,37 +27,30 @@ Shifted Shift(double x, double y, double targetX, double targetY, double xSpacin
 }
 
 TEST(LatticeShift, PlaneWalkLandsOnTheAnchorLatticeNorthWestOfTheTarget) {
-  // From the south-west and from the north-east the walk ends at the same
-  // lattice point: the north-west corner of the target's cell.
-  Shifted s = Shift(0, 0, 53, 47, 10, 10);
-  EXPECT_DOUBLE_EQ(s.x, 50);
-  EXPECT_DOUBLE_EQ(s.y, 50);
-  EXPECT_EQ(s.rows, 5);
-  EXPECT_EQ(s.columns, 5);
-  s = Shift(100, 100, 53, 47, 10, 10);
-  EXPECT_DOUBLE_EQ(s.x, 50);
-  EXPECT_DOUBLE_EQ(s.y, 50);
-  EXPECT_EQ(s.rows, -5);
-  EXPECT_EQ(s.columns, -5);
-  // An anchor on the target's lines stays put on that axis.
-  s = Shift(53, 47, 53, 47, 10, 10);
-  EXPECT_DOUBLE_EQ(s.x, 53);
-  EXPECT_DOUBLE_EQ(s.y, 47);
-  EXPECT_EQ(s.rows, 0);
-  EXPECT_EQ(s.columns, 0);
-}
-
-TEST(LatticeShift, StepBackAfterOvershootUsesTheYSpacing) {
-  // X spacing 20, Y spacing 10. From the west the walk overshoots to x = 60
-  // and steps back by 10, not 20: x = 50 is off the anchor's columns.
-  Shifted fromWest = Shift(0, 0, 53, 47, 20, 10);
-  EXPECT_DOUBLE_EQ(fromWest.x, 50);
-  EXPECT_DOUBLE_EQ(fromWest.y, 50);
-  EXPECT_EQ(fromWest.columns, 2);
-  // From the east no step back is needed and the result stays on them.
-  Shifted fromEast = Shift(100, 0, 53, 47, 20, 10);
-  EXPECT_DOUBLE_EQ(fromEast.x, 40);
-  EXPECT_EQ(fromEast.columns, -3);
+  const struct {
+    double x, y, xSpacing, ySpacing;
+    Shifted expected;
+  } cases[] = {
+      // From the south-west and from the north-east the walk ends at the
+      // north-west corner of the target's cell.
+      {0, 0, 10, 10, {50, 50, 5, 5}},
+      {100, 100, 10, 10, {50, 50, -5, -5}},
+      // An anchor on the target's lines stays put.
+      {53, 47, 10, 10, {53, 47, 0, 0}},
+      // X spacing 20, Y spacing 10: from the west the walk overshoots to
+      // x = 60 and steps back by the Y spacing, off the anchor's columns;
+      // from the east no step back is needed.
+      {0, 0, 20, 10, {50, 50, 2, 5}},
+      {100, 0, 20, 10, {40, 50, -3, 5}},
+  };
+  for (const auto& c : cases) {
+    const Shifted s = Shift(c.x, c.y, 53, 47, c.xSpacing, c.ySpacing);
+    SCOPED_TRACE(std::to_string(c.x) + "," + std::to_string(c.y) + " by " + std::to_string(c.xSpacing));
+    EXPECT_DOUBLE_EQ(s.x, c.expected.x);
+    EXPECT_DOUBLE_EQ(s.y, c.expected.y);
+    EXPECT_EQ(s.columns, c.expected.columns);
+    EXPECT_EQ(s.rows, c.expected.rows);
+  }
 }
 
 TEST(LatticeShift, RotatedLatticeKeepsWholeStepsFromTheAnchor) {

@@ -8,14 +8,6 @@
 namespace tarnwick {
 namespace {
 
-TEST(Sorting, PivotIndexRoundsHalfToEven) {
-  EXPECT_EQ(QuickSortPivotIndex(0, 4), 2);
-  EXPECT_EQ(QuickSortPivotIndex(0, 1), 0);  // 0.5
-  EXPECT_EQ(QuickSortPivotIndex(0, 3), 2);  // 1.5
-  EXPECT_EQ(QuickSortPivotIndex(2, 3), 2);  // 2.5
-  EXPECT_EQ(QuickSortPivotIndex(3, 4), 4);  // 3.5
-}
-
 TEST(Sorting, KeysAndObjectsStayPaired) {
   // Equal keys may come out in any order, but each object stays with its key.
   std::vector<double> keys{3.5, 1.0, 3.5, -2.0, 1.0, 3.5, 0.0, 7.25};
