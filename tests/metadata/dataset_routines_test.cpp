@@ -16,9 +16,7 @@
 namespace tarnwick::metadata {
 namespace {
 
-using test::StoreCase;
-
-class MetadataOnStores : public ::testing::TestWithParam<StoreCase> {
+class MetadataOnStores : public ::testing::TestWithParam<testkit::StoreCase> {
  protected:
   std::string WorkspacePath() const { return dir / GetParam().path; }
   std::shared_ptr<platform::FeatureClass> Create() { return test::CreatePlots(WorkspacePath()); }
@@ -187,9 +185,7 @@ TEST_P(MetadataOnStores, ListingLeavesTheLastPropertyOut) {
   EXPECT_EQ(listing.find("dataIdInfo/idAbs"), std::string::npos);
 }
 
-INSTANTIATE_TEST_SUITE_P(Stores, MetadataOnStores,
-                         ::testing::Values(StoreCase{"Shapefile", "shapes"}, StoreCase{"GeoPackage", "inv.gpkg"},
-                                           StoreCase{"FileGeodatabase", "inv.gdb"}),
+INSTANTIATE_TEST_SUITE_P(Stores, MetadataOnStores, ::testing::ValuesIn(testkit::kStores),
                          [](const auto& info) { return info.param.name; });
 
 }  // namespace

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "metadata/attribute_field.h"
-#include "metadata/code_tables.h"
 #include "metadata/contacts.h"
 #include "metadata/element_index.h"
 #include "metadata/geoprocessing_event.h"
@@ -21,30 +20,6 @@ ContactRecord Forester() {
   c.roleIndex = 7;
   c.addressTypeIndex = 2;
   return c;
-}
-
-TEST(CodeTables, MapIndexesToCodesAndOutOfRangeToEmptyOrSkip) {
-  EXPECT_EQ(ContactRoleCode(1), "001");
-  EXPECT_EQ(ContactRoleCode(15), "015");
-  EXPECT_EQ(ContactRoleCode(16), "");
-  EXPECT_EQ(ContactRoleCode(0), "");
-  EXPECT_EQ(ProgressStatusCode(8), "008");
-  EXPECT_EQ(ProgressStatusCode(9), "");
-  EXPECT_EQ(MaintenanceFrequencyCode(13), "013");
-  EXPECT_EQ(MaintenanceFrequencyCode(14), "");
-  EXPECT_EQ(AddressTypeText(1), "postal");
-  EXPECT_EQ(AddressTypeText(3), "both");
-  EXPECT_EQ(AddressTypeText(0), "skip");
-  EXPECT_EQ(AddressTypeText(5), "skip");
-}
-
-TEST(DateTimeForms, ElementAndHistoryForms) {
-  const DateTime d{2009, 1, 2, 3, 4, 5};
-  EXPECT_EQ(d.ElementText(), "2009-01-02T03:04:05");
-  EXPECT_EQ(d.CompactDate(), "20090102");
-  EXPECT_EQ(d.CompactTime(), "030405");
-  EXPECT_TRUE(DateTime{}.IsZero());
-  EXPECT_FALSE(d.IsZero());
 }
 
 TEST(Contacts, FirstContactAtZeroWithItsTextsRoleAndAddressType) {

@@ -24,30 +24,24 @@ void MakeReadOnly(const fs::path& path) {
 
 void MakeWritable(const fs::path& path) { fs::permissions(path, fs::perms::owner_write, fs::perm_options::add); }
 
-TEST(ReadOnlyDatasets, ShapefileFolderRefusesSynchronisingAndKeepsNoEdits) {
+TEST(ReadOnlyDatasets, ShapefileFileOrFolderRefusesSynchronisingAndKeepsNoEdits) {
   testkit::TempDir dir;
   const fs::path folder = dir / "shapes";
-  test::CreatePlots(folder.string());
+  auto plots = test::CreatePlots(folder.string());
+  EXPECT_TRUE(platform::MetadataStore(*plots).CanEdit());
+  MakeReadOnly(folder / "Plots.shp");  // a read-only shapefile in a writable folder
+  EXPECT_EQ(SynchronizeMetadata(*plots), "Unable to synchronize; Metadata not editable...");
+  EXPECT_FALSE(fs::exists(folder / "Plots.shp.xml"));
+
   for (const auto& entry : fs::directory_iterator(folder)) MakeReadOnly(entry.path());
   MakeReadOnly(folder);
-
-  auto plots = test::Reopen(folder.string());
+  plots = test::Reopen(folder.string());
   EXPECT_FALSE(platform::MetadataStore(*plots).CanEdit());
   EXPECT_EQ(SynchronizeMetadata(*plots), "Unable to synchronize; Metadata not editable...");
   EXPECT_EQ(SetMetadataAbstract(*plots, "not kept"), "Succeeded");  // saving quietly does nothing
   EXPECT_FALSE(fs::exists(folder / "Plots.shp.xml"));
   EXPECT_TRUE(ReturnMetadataPropertySet(*plots).IsNew());
   MakeWritable(folder);
-}
-
-TEST(ReadOnlyDatasets, AReadOnlyShapefileInAWritableFolderIsNotEditableEither) {
-  testkit::TempDir dir;
-  const fs::path folder = dir / "shapes";
-  auto plots = test::CreatePlots(folder.string());
-  EXPECT_TRUE(platform::MetadataStore(*plots).CanEdit());
-  MakeReadOnly(folder / "Plots.shp");
-  EXPECT_EQ(SynchronizeMetadata(*plots), "Unable to synchronize; Metadata not editable...");
-  EXPECT_FALSE(fs::exists(folder / "Plots.shp.xml"));
 }
 
 TEST(ReadOnlyDatasets, ReadOnlyGeoPackageKeepsItsDocument) {
