@@ -24,18 +24,12 @@ TEST(CommandTable, ToolbarItemsTextsAndEnabledRules) {
   EXPECT_EQ(ids, (std::vector<std::string>{"Tarnwick.cmdTNWKWPConverter", "Tarnwick.clsPlotLayout",
                                            "Tarnwick.clsTransferStandIDs", "Tarnwick.clsSelPointTool"}));
   EXPECT_EQ(groups, (std::vector<bool>{false, false, false, true}));
-  ItemDef untouched{"kept", false};
-  clsTarnwickToolbar::GetItemInfo(4, untouched);
-  clsTarnwickToolbar::GetItemInfo(-1, untouched);
-  EXPECT_EQ(untouched.ID, "kept");
-  EXPECT_EQ(clsTarnwickToolbar::Name, "Tarnwick_Toolbar");
   EXPECT_EQ(clsTarnwickToolbar::Caption, "Tarnwick Tools");
 
   const CommandInfo* tool = FindCommand("Tarnwick.clsSelPointTool");
   ASSERT_NE(tool, nullptr);
   EXPECT_EQ(tool->Message,
             "Click on screen to specify an anchor point. Plot array will be forced to go through this point.");
-  EXPECT_EQ(FindCommand("Tarnwick.clsTransferStandIDs")->Bitmap, 104);
   EXPECT_EQ(FindCommand("Tarnwick.clsExtension"), nullptr);
 
   clsExtension extension;
