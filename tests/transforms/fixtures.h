@@ -6,6 +6,7 @@
 #include "platform/geometry.h"
 #include "platform/spatial_reference.h"
 #include "platform/workspace.h"
+#include "testkit/layers.h"
 #include "testkit/temp_dir.h"
 
 namespace tarnwick::testing {
@@ -14,18 +15,8 @@ namespace tarnwick::testing {
 // left corner is (x, y), in the given reference.
 inline platform::FeatureLayer SquareLayer(const testkit::TempDir& dir, const std::string& name,
                                           const platform::SpatialReference& sr, double x, double y, double size) {
-  auto workspace = platform::Workspace::OpenOrCreate(dir / "layers.gpkg");
-  platform::Workspace::NewFeatureClass newClass;
-  newClass.name = name;
-  newClass.geometryType = platform::GeometryType::Polygon;
-  newClass.spatialReference = sr;
-  auto fc = workspace->CreateFeatureClass(newClass);
-  auto cursor = fc->Insert();
-  auto feature = cursor->CreateFeatureBuffer();
-  feature.shape = platform::Geometry::MakePolygon(
-      {{{{x, y}, {x, y + size}, {x + size, y + size}, {x + size, y}, {x, y}}}}, sr);
-  cursor->InsertFeature(feature);
-  cursor->Flush();
+  auto fc = testkit::MakeClass(dir / "layers.gpkg", testkit::ClassSpec(name, platform::GeometryType::Polygon, sr),
+                               {{testkit::Square(x, y, size)}});
   return platform::FeatureLayer{name, fc, {}, true};
 }
 
