@@ -18,6 +18,7 @@
 #include "platform/dataset_lock.h"
 #include "platform/workspace.h"
 #include "testkit/dataset_snapshot.h"
+#include "testkit/layers.h"
 
 namespace tarnwick {
 namespace {
@@ -34,30 +35,17 @@ const platform::SpatialReference& Utm() {
   return utm;
 }
 
-std::string Square(double x, double side) {
-  auto p = [](double a, double b) { return std::to_string(a) + " " + std::to_string(b); };
-  const double y = 4000000;
-  return "POLYGON((" + p(x, y) + "," + p(x + side, y) + "," + p(x + side, y + side) + "," + p(x, y + side) + "," +
-         p(x, y) + "))";
-}
-
 // stands.gpkg|Stands: StandID, Orient; squares of side metres in a row.
 void MakeStands(const TempDir& dir, const std::vector<Value>& ids, double side = 100, Value secondOrient = Value{0.0}) {
-  platform::Workspace::NewFeatureClass spec;
-  spec.name = "Stands";
-  spec.geometryType = platform::GeometryType::Polygon;
-  spec.spatialReference = Utm();
-  spec.fields = {Field{"StandID", "", FieldType::String, 10}, Field{"Orient", "", FieldType::Double}};
-  auto stands = platform::Workspace::OpenOrCreate(dir / "stands.gpkg")->CreateFeatureClass(spec);
-  auto cursor = stands->Insert();
+  std::vector<testkit::Row> rows;
   for (std::size_t i = 0; i < ids.size(); ++i) {
-    auto buffer = cursor->CreateFeatureBuffer();
-    buffer.shape = platform::Geometry::FromWkt(Square(500000 + 2 * side * static_cast<double>(i), side), Utm());
-    buffer.values[2] = ids[i];
-    buffer.values[3] = i == 1 ? secondOrient : Value{0.0};
-    cursor->InsertFeature(buffer);
+    rows.push_back({testkit::Square(500000 + 2 * side * static_cast<double>(i), 4000000, side),
+                    {ids[i], i == 1 ? secondOrient : Value{0.0}}});
   }
-  cursor->Flush();
+  testkit::MakeClass(dir / "stands.gpkg",
+                     testkit::ClassSpec("Stands", platform::GeometryType::Polygon, Utm(),
+                                        {Field{"StandID", "", FieldType::String, 10}, Field{"Orient", "", FieldType::Double}}),
+                     rows);
 }
 
 const char* kStands = "--stands stands.gpkg --stand-id StandID";
@@ -65,19 +53,13 @@ const char* kStands = "--stands stands.gpkg --stand-id StandID";
 // Class Plots (PlotID text) in the store: three points, the second without
 // a shape, which fails a stand ID import or a waypoint file.
 void MakePlots(const std::string& store) {
-  platform::Workspace::NewFeatureClass spec;
-  spec.name = platform::Workspace::KindOfPath(store) == platform::WorkspaceKind::ShapefileFolder ? "plots" : "Plots";
-  spec.spatialReference = Utm();
-  spec.fields = {Field{"PlotID", "", FieldType::String, 10}};
-  auto plots = platform::Workspace::OpenOrCreate(store)->CreateFeatureClass(spec);
-  auto cursor = plots->Insert();
-  for (int i = 0; i < 3; ++i) {
-    auto buffer = cursor->CreateFeatureBuffer();
-    if (i != 1) buffer.shape = platform::Geometry::MakePoint(500050 + 10 * i, 4000050, Utm());
-    buffer.values[2] = Value{"P" + std::to_string(i)};
-    cursor->InsertFeature(buffer);
-  }
-  cursor->Flush();
+  const bool shapefile = platform::Workspace::KindOfPath(store) == platform::WorkspaceKind::ShapefileFolder;
+  testkit::MakeClass(store,
+                     testkit::ClassSpec(shapefile ? "plots" : "Plots", platform::GeometryType::Point, Utm(),
+                                        {Field{"PlotID", "", FieldType::String, 10}}),
+                     {{testkit::PointWkt(500050, 4000050), {Value{std::string("P0")}}},
+                      {"", {Value{std::string("P1")}}},
+                      {testkit::PointWkt(500070, 4000050), {Value{std::string("P2")}}}});
 }
 
 struct Store {
@@ -115,6 +97,20 @@ Picture Take(const TempDir& dir, const std::vector<std::string>& layers) {
 void ExpectUnchanged(const Picture& before, const Picture& after) {
   EXPECT_EQ(before.snapshots, after.snapshots);
   EXPECT_EQ(before.entries, after.entries);
+}
+
+// Runs refused before they start: exit code 2, the first message as given.
+struct Refusal {
+  std::string arguments;
+  std::string firstLine;  // after "tarnwick: "
+};
+void ExpectRefused(const TempDir& dir, const std::string& command, const std::vector<Refusal>& cases) {
+  for (const Refusal& c : cases) {
+    SCOPED_TRACE(c.arguments);
+    const CommandRun run = Tarnwick(dir, command + c.arguments);
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_EQ(FirstMessage(run.err).rfind("tarnwick: " + c.firstLine, 0), 0u) << run.err;
+  }
 }
 
 TEST(DataSafety, FailingMidRunChangesNothingInAnyStore) {
@@ -183,11 +179,7 @@ TEST(DataSafety, PathsThatHoldTheRunsDataAreRefused) {
   const Picture before = Take(dir, layers);
   const std::string grid = "plot-layout " + std::string(kStands) + " --units meters --spacing 30,30 ";
   const std::string waypoints = "waypoints --points shp/plots.shp --plot-id PlotID ";
-  struct Case {
-    std::string arguments;
-    std::string firstLine;
-  };
-  const Case cases[] = {
+  ExpectRefused(dir, "", {
       {grid + "--out stands.gpkg/Stands --overwrite",
        "--out 'stands.gpkg/Stands' is the stand layer 'Stands', which this run reads"},
       {grid + "--out new.gpkg/Plots --report stands.gpkg", "--report 'stands.gpkg' would write over 'stands.gpkg'"},
@@ -198,13 +190,7 @@ TEST(DataSafety, PathsThatHoldTheRunsDataAreRefused) {
       {waypoints + "--out old.way --overwrite --report old.way", "--report 'old.way' would write over 'old.way'"},
       {waypoints + "--out new.way --report taken.rtf",
        "--report 'taken.rtf': the file already exists; pass --overwrite to replace it."},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.arguments);
-    const CommandRun run = Tarnwick(dir, c.arguments);
-    EXPECT_EQ(run.exitCode, 2);
-    EXPECT_EQ(FirstMessage(run.err).rfind("tarnwick: " + c.firstLine, 0), 0u) << run.err;
-  }
+  });
   ExpectUnchanged(before, Take(dir, layers));
   EXPECT_EQ(testkit::ReadFile(dir / "taken.rtf"), "a report");
 
@@ -354,11 +340,7 @@ TEST(DataSafety, HangProneNumbersAreRefusedBeforeAnythingIsWritten) {
   MakeStands(dir, {Value{std::string("A")}, Value{std::string("B")}}, 100, Value{HUGE_VAL});
   const Picture before = Take(dir, {"stands.gpkg"});
   const std::string run = "plot-layout " + std::string(kStands) + " --units meters --out out.gpkg/Plots ";
-  struct Case {
-    std::string arguments;
-    std::string firstLine;
-  };
-  const Case cases[] = {
+  ExpectRefused(dir, run, {
       {"--plots 5 --orientation 1e308", "--orientation '1e308': the orientation must be at most 360"},
       {"--plots 5 --orientation inf", "--orientation 'inf': the orientation must be a number"},
       {"--plots 1000000000", "--plots '1000000000': the number of plots per stand must be at most 50000000"},
@@ -368,13 +350,7 @@ TEST(DataSafety, HangProneNumbersAreRefusedBeforeAnythingIsWritten) {
        "Stand 'B': the orientation in field 'Orient' is inf, which is not a finite number. Nothing was changed."},
       {"--plots 5 --buffer 1e300 --buffer-units chains",
        "--buffer '1e300': the buffer distance must be at most 1000000000"},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.arguments);
-    const CommandRun result = Tarnwick(dir, run + c.arguments);
-    EXPECT_EQ(result.exitCode, 2);
-    EXPECT_EQ(FirstMessage(result.err).rfind("tarnwick: " + c.firstLine, 0), 0u) << result.err;
-  }
+  });
   ExpectUnchanged(before, Take(dir, {"stands.gpkg"}));
 }
 
@@ -392,25 +368,16 @@ TEST(DataSafety, DamagedFilesAreNamedWithTheReason) {
   std::ofstream(dir / "fake/plots.shp")
       << "not a shapefile either, but long enough to hold a header of a hundred bytes "
          "if it were one, which it is not";
-  struct Case {
-    std::string layer;
-    std::string firstLine;
-  };
-  const Case cases[] = {
-      {"cut_shp/plots.shp",
-       "Cannot use the layer 'cut_shp/plots.shp': 'cut_shp/plots.shp' is damaged: it holds 150 bytes"},
-      {"cut_dbf/plots.shp",
-       "Cannot use the layer 'cut_dbf/plots.shp': 'cut_dbf/plots.dbf' is damaged: it should hold 3 records"},
-      {"fake.gpkg", "Cannot open 'fake.gpkg': it is not a GeoPackage"},
-      {"fake/plots.shp", "Cannot open layer 'fake/plots.shp': 'fake/plots.shp' is not a shapefile file"},
-  };
   const Picture before = Take(dir, {});
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.layer);
-    const CommandRun run = Tarnwick(dir, "waypoints --points " + c.layer + " --plot-id PlotID --out x.way");
-    EXPECT_EQ(run.exitCode, 2);
-    EXPECT_EQ(FirstMessage(run.err).rfind("tarnwick: " + c.firstLine, 0), 0u) << run.err;
-  }
+  const std::string tail = " --plot-id PlotID --out x.way";
+  ExpectRefused(dir, "waypoints --points ", {
+      {"cut_shp/plots.shp" + tail,
+       "Cannot use the layer 'cut_shp/plots.shp': 'cut_shp/plots.shp' is damaged: it holds 150 bytes"},
+      {"cut_dbf/plots.shp" + tail,
+       "Cannot use the layer 'cut_dbf/plots.shp': 'cut_dbf/plots.dbf' is damaged: it should hold 3 records"},
+      {"fake.gpkg" + tail, "Cannot open 'fake.gpkg': it is not a GeoPackage"},
+      {"fake/plots.shp" + tail, "Cannot open layer 'fake/plots.shp': 'fake/plots.shp' is not a shapefile file"},
+  });
   ExpectUnchanged(before, Take(dir, {}));
 }
 
@@ -437,21 +404,15 @@ TEST(DataSafety, BadArgumentsGiveOneLineNamingTheOptionAndValue) {
 
 TEST(DataSafety, WaypointRecordsAFieldComputerWouldMisreadAreNamed) {
   TempDir dir;
-  platform::Workspace::NewFeatureClass spec;
-  spec.name = "Plots";
-  spec.spatialReference = platform::SpatialReference::FromEpsg(4326);
-  spec.fields = {Field{"PlotID", "", FieldType::String, 10}, Field{"StandID", "", FieldType::String, 20}};
-  auto plots = platform::Workspace::OpenOrCreate(dir / "plots.gpkg")->CreateFeatureClass(spec);
-  auto cursor = plots->Insert();
-  const std::pair<const char*, const char*> records[] = {{"1", "A"}, {"2,5", "A"}, {"3", "North\nSide"}};
-  for (const auto& [plotId, standId] : records) {
-    auto buffer = cursor->CreateFeatureBuffer();
-    buffer.shape = platform::Geometry::MakePoint(-122.5, 45.5, spec.spatialReference);
-    buffer.values[2] = Value{std::string(plotId)};
-    buffer.values[3] = Value{std::string(standId)};
-    cursor->InsertFeature(buffer);
+  std::vector<testkit::Row> rows;
+  for (const auto& [plotId, standId] : {std::pair{"1", "A"}, {"2,5", "A"}, {"3", "North\nSide"}}) {
+    rows.push_back({testkit::PointWkt(-122.5, 45.5), {Value{std::string(plotId)}, Value{std::string(standId)}}});
   }
-  cursor->Flush();
+  testkit::MakeClass(dir / "plots.gpkg",
+                     testkit::ClassSpec("Plots", platform::GeometryType::Point, platform::SpatialReference::FromEpsg(4326),
+                                        {Field{"PlotID", "", FieldType::String, 10},
+                                         Field{"StandID", "", FieldType::String, 20}}),
+                     rows);
   const CommandRun run = Tarnwick(dir, "waypoints --points plots.gpkg --plot-id PlotID --stand-id StandID --out trip");
   EXPECT_EQ(run.exitCode, 0) << run.err;
   EXPECT_NE(run.err.find("Warning: 2 waypoint records hold a comma or a line break in the Plot ID or Stand ID, which "
