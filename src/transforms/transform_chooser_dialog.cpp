@@ -66,7 +66,8 @@ void frmTransform::AddControls() {
   AddControl("cmdManual", ControlKind::CommandButton, {3300, 5940, 1140, 375}, "Manual");
   AddControl("cmdCancel", ControlKind::CommandButton, {4560, 5940, 1140, 375}, "Cancel");
   AddControl("cmdOK", ControlKind::CommandButton, {5820, 5940, 1140, 375}, "OK");
-  AddControl("imgCornerBars", ControlKind::Image, {6960, 6075, 240, 240});
+  // The window ends 120 twips below cmdOK, where the corner image sits.
+  AddControl("imgCornerBars", ControlKind::Image, {6960, 6195, 240, 240});
   anchorModes_ = {{"txtMessage", 3, 3},         {"optSkip", 3, 5},    {"optApply", 3, 5},
                   {"lbxTransformations", 3, 5}, {"cmdOK", 5, 5},      {"cmdCancel", 5, 5},
                   {"cmdManual", 5, 5},          {"imgBackTop", 3, 3}, {"imgCornerBars", 5, 5}};

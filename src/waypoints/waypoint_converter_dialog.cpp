@@ -58,7 +58,7 @@ frmLayerID::frmLayerID(HostArray host, TransformationDefaults& defaults)
 void frmLayerID::AddControls() {
   formBounds = {0, 0, 6300, 8595};
   AddControl("imgBackTop", ControlKind::Image, {0, 0, 6300, 1140});
-  AddControl("txtMessage", ControlKind::TextBox, {240, 120, 5820, 900}).locked = true;
+  AddControl("txtMessage", ControlKind::TextBox, {240, 90, 5820, 960}).locked = true;
   AddControl("lblLayer", ControlKind::Label, {240, 1140, 5820, 255}, "-- Select Point Layer --");
   AddControl("lbxLayers", ControlKind::ListBox, {240, 1410, 5820, 1020});
   AddControl("lblFields", ControlKind::Label, {240, 2520, 5820, 255}, "-- Select Plot ID Field --");
@@ -79,12 +79,13 @@ void frmLayerID::AddControls() {
   AddControl("txtOutput", ControlKind::TextBox, {240, 7530, 5340, 315});
   AddControl("cmdGetWorkspace", ControlKind::CommandButton, {5640, 7500, 420, 375}).toolTip =
       "Browse for Output Table...";
-  AddControl("imgBackBottom", ControlKind::Image, {0, 7980, 6300, 720});
-  AddControl("lblToolVersion", ControlKind::Label, {240, 8100, 2100, 255}, ToolVersionCaption());
-  AddControl("cmdManual", ControlKind::CommandButton, {2460, 8220, 1140, 375}, "Manual");
-  AddControl("cmdCancel", ControlKind::CommandButton, {3720, 8220, 1140, 375}, "Cancel");
-  AddControl("cmdOK", ControlKind::CommandButton, {4980, 8220, 1140, 375}, "OK");
-  AddControl("imgCornerBars", ControlKind::Image, {6060, 8355, 240, 240});
+  // The window ends 120 twips below cmdOK, where the corner image sits.
+  AddControl("imgBackBottom", ControlKind::Image, {0, 7980, 6300, 735});
+  AddControl("lblToolVersion", ControlKind::Label, {240, 8280, 2100, 255}, ToolVersionCaption());
+  AddControl("cmdManual", ControlKind::CommandButton, {2400, 8220, 1140, 375}, "Manual");
+  AddControl("cmdCancel", ControlKind::CommandButton, {3660, 8220, 1140, 375}, "Cancel");
+  AddControl("cmdOK", ControlKind::CommandButton, {4920, 8220, 1140, 375}, "OK");
+  AddControl("imgCornerBars", ControlKind::Image, {6060, 8475, 240, 240});
   anchorModes_ = {{"cmdCancel", 2, 5},      {"cmdManual", 2, 5},     {"cmdOK", 2, 5},          {"imgBackTop", 3, 3},
                   {"imgCornerBars", 5, 5},  {"lblFields", 4, 2},     {"lblStandID", 4, 5},     {"lblElev", 4, 5},
                   {"lblLayer", 4, 2},       {"lbxFields", 0, 3},     {"lbxStandFields", 0, 5}, {"lbxElevation", 0, 5},

@@ -64,6 +64,7 @@ ModalWatcher::ModalWatcher() {
     QWidget* modal = QApplication::activeModalWidget();
     if (!modal) return;
     shown << TextOf(modal);
+    if (handle && handle(modal)) return;
     if (inspect) inspect(modal);
     if (!modal->isVisible()) return;  // the inspection closed it
     for (auto* button : modal->findChildren<QAbstractButton*>()) {

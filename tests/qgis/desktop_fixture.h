@@ -58,6 +58,8 @@ class ModalWatcher {
   QString answer;     // the text of the button to click; empty rejects
   // Called with each modal window before it is closed.
   std::function<void(QWidget*)> inspect;
+  // Answers a window itself (returns true), else leaves it to the watcher.
+  std::function<bool(QWidget*)> handle;
 
  private:
   QTimer timer_;

@@ -33,10 +33,12 @@ TEST(TarnwickToolbar, ListsTheFourCommandsWithTheToolBehindASeparator) {
                                 "Select Anchor Point"}));
   EXPECT_EQ(session.Toolbar().Menu()->title(), "Tarnwick Tools");
   const QList<QAction*> menu = session.Toolbar().Menu()->actions();
-  ASSERT_EQ(menu.size(), 5);
+  ASSERT_EQ(menu.size(), 7);
   EXPECT_TRUE(menu[3]->isSeparator());
   EXPECT_EQ(menu.mid(0, 3), toolbar->actions().mid(0, 3));
   EXPECT_EQ(menu[4], toolbar->actions()[4]);
+  EXPECT_TRUE(menu[5]->isSeparator());
+  EXPECT_EQ(menu[6]->text(), "Geographic Transformation...");
   QAction* tool = session.Toolbar().Action("Tarnwick.clsSelPointTool");
   EXPECT_EQ(tool->toolTip(), "Specify an anchor point for plot array");
   EXPECT_EQ(session.Toolbar().Action("Tarnwick.clsPlotLayout")->statusTip(),
@@ -62,9 +64,14 @@ TEST(TarnwickToolbar, ACancelledOrMissingDialogRunsNothingAndLeavesTheProjectCle
   MiniDesktop desktop;
   DesktopSession session(desktop.Windows());
   ModalWatcher watcher;
-  session.Toolbar().Action("Tarnwick.clsTransferStandIDs")->trigger();  // no view yet
+  DialogRegistry empty;  // a build without the dialog's view
+  auto missing = empty.ModalFactory("Tarnwick.clsTransferStandIDs", {})();
+  HostArray host = session.Hosts();
+  missing->ArcApplication(host);
+  missing->ShowModal();
   ASSERT_EQ(watcher.shown.size(), 1);
   EXPECT_TRUE(watcher.shown[0].contains("not part of this build")) << watcher.shown[0].toStdString();
+  EXPECT_FALSE(session.Extension().ShouldContinue);
 
   session.Dialogs().RegisterModal("Tarnwick.cmdTNWKWPConverter",
                                   [](const DialogContext&) {

@@ -23,7 +23,7 @@ DesktopSession::DesktopSession(const DesktopWindows& windows)
     ShowReportWindow(report, parent, Errors());
   };
   toolbar_ = std::make_unique<TarnwickToolbar>(Hosts(), application_, windows.canvas, dialogs_, Errors(),
-                                               windows.mainWindow);
+                                               transformations_, windows.mainWindow);
 }
 
 DesktopSession::~DesktopSession() {

@@ -51,6 +51,7 @@ class DesktopSession {
 
  private:
   clsExtension extension_;
+  TransformationDefaults transformations_;
   QgisApplication application_;
   QgisMapDocument document_;
   SettingsInProject settings_;

@@ -9,6 +9,7 @@
 
 #include "host/entry_point.h"
 #include "shell/tool_dialogs.h"
+#include "transforms/search_types.h"
 
 class QWidget;
 
@@ -21,6 +22,9 @@ struct DialogContext {
   // To call after each event of the dialog: the toolbar reads its commands'
   // Enabled states again (QGIS does not poll them).
   std::function<void()> refreshCommands;
+  // The session's platform transformations, which the transformation
+  // search reads and extends.
+  TransformationDefaults* transformations = nullptr;
 };
 
 using ModalDialogMaker = std::function<std::unique_ptr<ToolDialog>(const DialogContext&)>;

@@ -14,6 +14,7 @@
 #include "shell/sel_point_tool.h"
 #include "standids/stand_ids_command_driver.h"
 #include "toolbar/anchor_map_tool.h"
+#include "views/modal_tool_views.h"
 #include "waypoints/waypoint_command_driver.h"
 
 // Qt's resources in a static library are registered by name.
@@ -29,9 +30,10 @@ QString CommandIconPath(int bitmap) {
 QIcon CommandIcon(int bitmap) { return QIcon(CommandIconPath(bitmap)); }
 
 TarnwickToolbar::TarnwickToolbar(HostArray host, QgisApplication& application, QgsMapCanvas* canvas,
-                                 const DialogRegistry& dialogs, ErrorHost errors, QWidget* parent)
+                                 const DialogRegistry& dialogs, ErrorHost errors,
+                                 TransformationDefaults& transformations, QWidget* parent)
     : application_(application), errors_(errors), extension_(host.extension) {
-  DialogContext context{parent, errors, [this] { Refresh(); }};
+  DialogContext context{parent, errors, [this] { Refresh(); }, &transformations};
   commands_.push_back(std::make_unique<cmdTNWKWPConverter>(
       dialogs.ModalFactory(kWaypointConverterCommand.progId, context), RunCreateWaypointFile));
   commands_.push_back(std::make_unique<clsPlotLayout>(dialogs.ModelessFactory(kPlotLayoutCommand.progId, context)));
@@ -69,6 +71,14 @@ TarnwickToolbar::TarnwickToolbar(HostArray host, QgisApplication& application, Q
     menu_->addAction(action);
     actions_.emplace_back(info, action);
   }
+  // The transformation chooser within reach: the choice is kept in the
+  // project, where the tools look first.
+  menu_->addSeparator();
+  QAction* transformation = menu_->addAction(tr("Geographic Transformation..."));
+  transformation->setObjectName(QStringLiteral("TNWK_Geographic_Transformation"));
+  transformation->setStatusTip(tr("Choose the geographic transformation the tools apply between two layers..."));
+  connect(transformation, &QAction::triggered, this,
+          [host, context] { RunGeographicTransformationEntry(host, context); });
   if (canvas) connect(canvas, &QgsMapCanvas::mapToolSet, this, [this] { Refresh(kSelPointToolCommand.progId); });
   application_.commandRefresher = [this](const std::string& progId) { Refresh(progId); };
   Refresh();

@@ -14,6 +14,7 @@
 
 #include "host/entry_point.h"
 #include "shell/commands.h"
+#include "transforms/search_types.h"
 
 class QAction;
 class QMenu;
@@ -36,7 +37,7 @@ class TarnwickToolbar : public QObject {
   Q_OBJECT
  public:
   TarnwickToolbar(HostArray host, QgisApplication& application, QgsMapCanvas* canvas, const DialogRegistry& dialogs,
-                  ErrorHost errors, QWidget* parent);
+                  ErrorHost errors, TransformationDefaults& transformations, QWidget* parent);
   ~TarnwickToolbar() override;
 
   QToolBar* Toolbar() const { return toolbar_; }

@@ -1,29 +1,14 @@
 #include "views/report_window.h"
 
 #include <QFileDialog>
-#include <QGuiApplication>
-#include <QScreen>
 
 #include "host/qt_text.h"
 #include "ui_frmReportDialog.h"
 #include "views/dialog_binder.h"
 #include "views/report_rendering.h"
+#include "views/screen_twips.h"
 
 namespace tarnwick::desktop {
-
-namespace {
-
-constexpr long kTwipsPerPixel = 15;
-// The modal window ends this far below its buttons.
-constexpr long kBottomMarginTwips = 8 * kTwipsPerPixel;
-
-ScreenSize ScreenTwips(const QWidget* widget) {
-  const QScreen* screen = widget->screen() ? widget->screen() : QGuiApplication::primaryScreen();
-  const QRect area = screen ? screen->availableGeometry() : QRect(0, 0, 1280, 800);
-  return {area.width() * kTwipsPerPixel, area.height() * kTwipsPerPixel};
-}
-
-}  // namespace
 
 ReportWindow::ReportWindow(platform::host::ReportWindow kind, QWidget* parent, ErrorHost errors)
     : QDialog(parent), kind_(kind), errors_(errors), ui_(std::make_unique<Ui::frmReportDialog>()), printer_(this) {

@@ -3,9 +3,13 @@
 //   registry.RegisterModeless(kPlotLayoutCommand.progId, MakePlotLayoutView);
 #include "session/dialog_registry.h"
 #include "shell/command_table.h"
+#include "views/modal_tool_views.h"
 
 namespace tarnwick::desktop {
 
-void RegisterToolDialogViews(DialogRegistry& registry) { static_cast<void>(registry); }
+void RegisterToolDialogViews(DialogRegistry& registry) {
+  registry.RegisterModal(kTransferStandIDsCommand.progId, MakeTransferStandIDsView);
+  registry.RegisterModal(kWaypointConverterCommand.progId, MakeWaypointConverterView);
+}
 
 }  // namespace tarnwick::desktop
