@@ -37,6 +37,19 @@ class ModalToolDialogModel : public ToolDialogModel {
            std::to_string(version.revision);
   }
 
+  // The band along the bottom of the form: the tool version, the Manual,
+  // Cancel and OK buttons with their top at buttonsTop, and the corner image
+  // in the form's corner, 120 twips below the buttons, where the window ends.
+  void AddButtonBand(long buttonsTop) {
+    const long width = formBounds.width;
+    AddControl("imgBackBottom", ControlKind::Image, {0, buttonsTop - 240, width, 735});
+    AddControl("lblToolVersion", ControlKind::Label, {240, buttonsTop + 60, 2100, 255}, ToolVersionCaption());
+    AddControl("cmdManual", ControlKind::CommandButton, {width - 3900, buttonsTop, 1140, 375}, "Manual");
+    AddControl("cmdCancel", ControlKind::CommandButton, {width - 2640, buttonsTop, 1140, 375}, "Cancel");
+    AddControl("cmdOK", ControlKind::CommandButton, {width - 1380, buttonsTop, 1140, 375}, "OK");
+    AddControl("imgCornerBars", ControlKind::Image, {width - 240, buttonsTop + 255, 240, 240});
+  }
+
   // The end of a successful OK.
   void Accept(Parameters parameters) {
     host_.extension.ShouldContinue = true;

@@ -83,13 +83,7 @@ void frmTransferStandIDs::AddControls() {
   AddControl("cbxExistingPointLayer", ControlKind::ComboBox, {240, 5280, 5820, 315});
   AddControl("lblPlotStandIDField", ControlKind::Label, {240, 5700, 5820, 255}, "-- Select Plot Stand ID Field --");
   AddControl("cbxExistingIDField", ControlKind::ComboBox, {240, 5970, 5820, 315});
-  // The window ends 120 twips below cmdOK, where the corner image sits.
-  AddControl("imgBackBottom", ControlKind::Image, {0, 6420, 6300, 735});
-  AddControl("lblToolVersion", ControlKind::Label, {240, 6720, 2100, 255}, ToolVersionCaption());
-  AddControl("cmdManual", ControlKind::CommandButton, {2400, 6660, 1140, 375}, "Manual");
-  AddControl("cmdCancel", ControlKind::CommandButton, {3660, 6660, 1140, 375}, "Cancel");
-  AddControl("cmdOK", ControlKind::CommandButton, {4920, 6660, 1140, 375}, "OK");
-  AddControl("imgCornerBars", ControlKind::Image, {6060, 6915, 240, 240});
+  AddButtonBand(6660);
   anchorModes_ = {{"cmdCancel", 2, 5},
                   {"cmdManual", 2, 5},
                   {"cmdOK", 2, 5},

@@ -79,13 +79,7 @@ void frmLayerID::AddControls() {
   AddControl("txtOutput", ControlKind::TextBox, {240, 7530, 5340, 315});
   AddControl("cmdGetWorkspace", ControlKind::CommandButton, {5640, 7500, 420, 375}).toolTip =
       "Browse for Output Table...";
-  // The window ends 120 twips below cmdOK, where the corner image sits.
-  AddControl("imgBackBottom", ControlKind::Image, {0, 7980, 6300, 735});
-  AddControl("lblToolVersion", ControlKind::Label, {240, 8280, 2100, 255}, ToolVersionCaption());
-  AddControl("cmdManual", ControlKind::CommandButton, {2400, 8220, 1140, 375}, "Manual");
-  AddControl("cmdCancel", ControlKind::CommandButton, {3660, 8220, 1140, 375}, "Cancel");
-  AddControl("cmdOK", ControlKind::CommandButton, {4920, 8220, 1140, 375}, "OK");
-  AddControl("imgCornerBars", ControlKind::Image, {6060, 8475, 240, 240});
+  AddButtonBand(8220);
   anchorModes_ = {{"cmdCancel", 2, 5},      {"cmdManual", 2, 5},     {"cmdOK", 2, 5},          {"imgBackTop", 3, 3},
                   {"imgCornerBars", 5, 5},  {"lblFields", 4, 2},     {"lblStandID", 4, 5},     {"lblElev", 4, 5},
                   {"lblLayer", 4, 2},       {"lbxFields", 0, 3},     {"lbxStandFields", 0, 5}, {"lbxElevation", 0, 5},
