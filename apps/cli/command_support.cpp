@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <optional>
 
 #include "commands.h"
 #include "platform/dataset_files.h"
@@ -10,7 +9,7 @@
 #include "platform/file_replace.h"
 #include "support/protected_paths.h"
 #include "support/unique_names.h"
-#include "transforms/transform_search.h"
+#include "transforms/transform_checks.h"
 
 namespace tarnwick::cli {
 
@@ -39,16 +38,12 @@ platform::FeatureLayer OpenLayer(const std::string& layerSource) {
   }
 }
 
-void RequireSpatialReference(const platform::FeatureLayer& layer) {
-  bool booError = false;
-  std::string problem;
-  std::optional<platform::SpatialReference> projected;
-  ReturnGCSFromDataset(layer, booError, problem, projected);
-  if (booError) {
-    throw UsageError("There is a problem with the spatial reference for '" + layer.name + "':\n\n  --> " + problem +
-                     "\n\nPlease select a different layer, or fix the spatial reference before running this tool.");
-  }
+void Refuse(const CheckMessage& refusal, const std::string& whenDeclined) {
+  if (refusal.display == CheckMessage::Display::Answered && !whenDeclined.empty()) throw UsageError(whenDeclined);
+  throw UsageError(CheckMessageText(refusal));
 }
+
+void RequireSpatialReference(const platform::FeatureLayer& layer) { Require(CheckSpatialReference(layer)); }
 
 void RefuseWritingOver(const std::string& role, const std::string& path,
                        const std::vector<std::string>& datasetFiles) {

@@ -1,10 +1,14 @@
 #pragma once
 // Checks and outputs the subcommands share.
+#include <optional>
 #include <string>
+#include <utility>
+#include <variant>
 #include <vector>
 
 #include "platform/dataset_lock.h"
 #include "platform/workspace.h"
+#include "presentation/dialog_checks.h"
 
 namespace tarnwick::cli {
 
@@ -14,6 +18,22 @@ struct CommandContext;
 // whose files are damaged or not what their names say, is a usage error
 // naming the file and the reason.
 platform::FeatureLayer OpenLayer(const std::string& layerSource);
+
+// A check of the library that refused: the dialog's title and text as a
+// usage error (exit 2). A question the user declined (the terminal answers
+// No unless --overwrite is given) has been printed already; whenDeclined
+// then says in one line what to do instead.
+[[noreturn]] void Refuse(const CheckMessage& refusal, const std::string& whenDeclined = "");
+
+inline void Require(const std::optional<CheckMessage>& refusal, const std::string& whenDeclined = "") {
+  if (refusal) Refuse(*refusal, whenDeclined);
+}
+
+template <class T>
+T Require(Checked<T> checked, const std::string& whenDeclined = "") {
+  if (const auto* refusal = Refusal(checked)) Refuse(*refusal, whenDeclined);
+  return std::get<T>(std::move(checked));
+}
 
 // Refuses a layer whose coordinate system is unknown or cannot be used, with
 // the dialogs' text.
@@ -37,6 +57,9 @@ platform::DatasetLock LockForRun(const std::string& datasetPath);
 // Writes the RTF report, in place only once complete. A report that cannot
 // be written fails the command (exit 1), saying what the run did save.
 void WriteReport(const std::string& path, const std::string& rtf, const std::string& savedWhat);
+
+// What RunFailed adds when the run's failure report went to stdout.
+inline constexpr const char* kFailureReportOnStdout = " The failure report is on standard output.";
 
 // Tells a failed run on stderr: what went wrong first, in one line, then
 // that nothing was changed and where the error log is (the log's whole text

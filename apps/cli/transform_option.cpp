@@ -3,22 +3,14 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "command_support.h"
 #include "platform/errors.h"
-#include "platform/predefined_transformations.h"
 #include "transforms/selection_sequence.h"
-#include "transforms/transform_search.h"
+#include "transforms/transform_checks.h"
 
 namespace tarnwick::cli {
 
 namespace {
-
-const char* DirectionText(platform::TransformDirection direction) {
-  return direction == platform::TransformDirection::Forward ? "FORWARD" : "REVERSE";
-}
-
-std::string Describe(const platform::GeoTransformation& t) {
-  return t.name + " (" + t.authority + ":" + std::to_string(t.code) + ")";
-}
 
 std::string GcsText(const SearchObject& object) {
   const auto sr = SpatialReferenceOf(object);
@@ -27,42 +19,20 @@ std::string GcsText(const SearchObject& object) {
   return gcs.Name() + " (" + std::to_string(gcs.FactoryCode()) + ")";
 }
 
+void TellChosen(const platform::GeoTransformation& transformation, platform::TransformDirection direction) {
+  std::fprintf(stderr, "Geographic transformation: %s, direction %s\n", DescribeTransformation(transformation).c_str(),
+               DirectionName(direction));
+}
+
 ResolvedTransform ResolveNamed(const std::string& value, const SearchObject& object1, const SearchObject& object2) {
-  std::string name = value;
-  std::optional<platform::TransformDirection> asked;
-  if (const auto colon = value.rfind(':'); colon != std::string::npos) {
-    const std::string suffix = value.substr(colon + 1);
-    if (suffix == "reverse" || suffix == "forward") {
-      asked = suffix == "reverse" ? platform::TransformDirection::Reverse : platform::TransformDirection::Forward;
-      name = value.substr(0, colon);
-    }
-  }
-  const auto transformation = platform::FindPredefinedGeoTransformation(name);
-  if (!transformation) {
-    throw UsageError("--transform: no geographic transformation is named '" + name +
-                     "'; `tarnwick transforms` lists the candidates between two systems.");
-  }
-  ResolvedTransform resolved;
-  bool error = false;
-  std::string message;
-  std::string name1 = DisplayName(object1);
-  std::string name2 = DisplayName(object2);
-  ReturnFromToTransform(object1, object2, &*transformation, resolved.needed, resolved.direction, error, message,
-                        name1, name2);
-  if (error) throw UsageError(message);
-  if (!resolved.needed) {
+  const NamedTransformation named = Require(ResolveNamedTransformation(value, object1, object2));
+  if (!named.needed) {
     std::fprintf(stderr, "No geographic transformation needed: both lie on %s; '%s' is not used.\n",
-                 GcsText(object1).c_str(), transformation->name.c_str());
-    return resolved;
+                 GcsText(object1).c_str(), value.c_str());
+    return {};
   }
-  if (asked && *asked != resolved.direction) {
-    throw UsageError("--transform: " + Describe(*transformation) + " joins these systems only in the " +
-                     DirectionText(resolved.direction) + " direction, not " + DirectionText(*asked) + ".");
-  }
-  resolved.transformation = transformation;
-  std::fprintf(stderr, "Geographic transformation: %s, direction %s\n", Describe(*transformation).c_str(),
-               DirectionText(resolved.direction));
-  return resolved;
+  TellChosen(*named.transformation, named.direction);
+  return {named.transformation, named.direction, true};
 }
 
 }  // namespace
@@ -79,12 +49,9 @@ ResolvedTransform TransformOption::Resolve(CommandContext& context, const Search
   // A transformation that cannot run here (its grid files are missing) is
   // refused now, before the tool writes anything.
   if (resolved.transformation) {
-    try {
-      platform::CheckTransformationUsable(*resolved.transformation);
-    } catch (const platform::PlatformError& e) {
-      throw UsageError(std::string(e.what()) +
-                       ".\nInstall the grid files, or choose another transformation with --transform NAME "
-                       "(`tarnwick transforms` lists them) or --transform none.");
+    if (auto refusal = CheckTransformationRuns(*resolved.transformation)) {
+      refusal->text += "\n--transform NAME or --transform none chooses another; `tarnwick transforms` lists them.";
+      Refuse(*refusal);
     }
   }
   return resolved;
@@ -104,43 +71,16 @@ ResolvedTransform TransformOption::Choose(CommandContext& context, const SearchO
   }
   if (value_ != "auto") return ResolveNamed(value_, object1, object2);
 
-  // The search ranks its candidates at object 1's data or at a point; with
-  // a bare spatial reference as object 1 it needs a point. The ranking does
-  // not change which candidate is taken, so any place on the data will do:
-  // the middle of object 2's layer, else the origin of object 1's system.
-  std::optional<platform::Geometry> place;
-  if (at == nullptr && !std::holds_alternative<platform::FeatureLayer>(object1)) {
-    const auto* layer2 = std::get_if<platform::FeatureLayer>(&object2);
-    if (layer2 && layer2->featureClass) {
-      const platform::Envelope e = layer2->featureClass->Extent();
-      place = platform::Geometry::MakePoint((e.xMin + e.xMax) / 2, (e.yMin + e.yMax) / 2,
-                                            layer2->featureClass->GetSpatialReference());
-    } else if (const auto sr = SpatialReferenceOf(object1); !sr.IsUnknown()) {
-      place = platform::Geometry::MakePoint(0, 0, sr.GeographicCoordinateSystem());
-    }
-    if (place) at = &*place;
-  }
   const TransformationChoice choice = SelectGeoTransformation(context.application, context.document.FocusMap(),
                                                               defaults_, object1, object2, at);
-  using Origin = TransformationChoice::Origin;
-  switch (choice.origin) {
-    case Origin::InvalidSpatialReference:
-      throw UsageError("Invalid Spatial Reference:\n\n  --> " + choice.message);
-    case Origin::SameGcs:
-      return {};
-    case Origin::NoneKnown:
-      std::fprintf(stderr, "No known geographic transformation between %s and %s: running without one.\n",
-                   GcsText(object1).c_str(), GcsText(object2).c_str());
-      return {};
-    case Origin::Memory:
-    case Origin::Search:
-      break;
+  Require(CheckChoiceSpatialReferences(choice));
+  if (choice.origin == TransformationChoice::Origin::NoneKnown) {
+    std::fprintf(stderr, "No known geographic transformation between %s and %s: running without one.\n",
+                 GcsText(object1).c_str(), GcsText(object2).c_str());
   }
-  if (choice.transformation && choice.needed) {
-    std::fprintf(stderr, "Geographic transformation: %s, direction %s\n", Describe(*choice.transformation).c_str(),
-                 DirectionText(choice.direction));
-  }
-  return {choice.needed ? choice.transformation : std::nullopt, choice.direction, choice.needed};
+  if (!choice.needed || !choice.transformation) return {};
+  TellChosen(*choice.transformation, choice.direction);
+  return {choice.transformation, choice.direction, true};
 }
 
 SearchObject ParseLayerOrSpatialReference(const std::string& text) {
@@ -170,12 +110,6 @@ platform::SpatialReference SpatialReferenceOf(const SearchObject& object) {
   }
   if (const auto* sr = std::get_if<platform::SpatialReference>(&object)) return *sr;
   return {};
-}
-
-std::string DisplayName(const SearchObject& object) {
-  if (const auto* layer = std::get_if<platform::FeatureLayer>(&object)) return layer->name;
-  if (const auto* sr = std::get_if<platform::SpatialReference>(&object)) return sr->Name();
-  return "";
 }
 
 }  // namespace tarnwick::cli

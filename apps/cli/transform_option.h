@@ -60,7 +60,4 @@ SearchObject ParseLayerOrSpatialReference(const std::string& text);
 // The layer's or reference's coordinate system (unknown when it has none).
 platform::SpatialReference SpatialReferenceOf(const SearchObject& object);
 
-// A name for messages: the layer's name or the reference's.
-std::string DisplayName(const SearchObject& object);
-
 }  // namespace tarnwick::cli

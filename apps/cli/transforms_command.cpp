@@ -10,8 +10,8 @@
 #include "commands.h"
 #include "presentation/error_handling.h"
 #include "transform_option.h"
-#include "transforms/catalogue.h"
-#include "transforms/transform_search.h"
+#include "transforms/transform_candidates.h"
+#include "transforms/transform_checks.h"
 
 namespace tarnwick::cli {
 
@@ -60,45 +60,26 @@ int RunTransforms(const TransformsOptions& options, CommandContext& context) {
   const SearchObject first = ParseLayerOrSpatialReference(options.first);
   const SearchObject second = ParseLayerOrSpatialReference(options.second);
   try {
-    bool error = false;
-    bool same = false;
-    std::string message;
-    std::string name1 = DisplayName(first);
-    std::string name2 = DisplayName(second);
-    const auto list =
-        ReturnArrayOfTransformsForSpRefs(context.application, first, second, error, message, same, name1, name2);
-    if (!list) throw UsageError("No search: " + message);
+    // Ranked at the given point, else at the first (or else the second) layer's data.
+    std::optional<platform::Geometry> point;
+    if (options.at.size() == 2) {
+      point = platform::Geometry::MakePoint(options.at[0], options.at[1], SpatialReferenceOf(first));
+    }
+    const TransformCandidates found =
+        FindTransformCandidates(context.application, first, second, point ? &*point : nullptr);
+    if (found.failed) throw UsageError("No search: " + found.failure);
     std::printf("From: %s\nTo:   %s\n", GcsLine(first).c_str(), GcsLine(second).c_str());
-    if (same) {
+    if (found.sameGcs) {
       std::printf("Both lie on the same geographic coordinate system: no transformation is needed.\n");
       return kExitSuccess;
     }
-    if (list->empty()) {
-      std::printf("<-- No Known Transformations for these two GCSs -->\n");
+    if (found.unranked.empty()) {
+      std::printf("%s\n", found.message.c_str());
       return kExitSuccess;
     }
-    // Rank at the given point, else at the first (or else the second) layer's data.
-    std::optional<platform::Geometry> point;
-    const platform::FeatureLayer* dataset = std::get_if<platform::FeatureLayer>(&first);
-    if (options.at.size() == 2) {
-      point = platform::Geometry::MakePoint(options.at[0], options.at[1], SpatialReferenceOf(first));
-      dataset = nullptr;
-    } else if (dataset == nullptr) {
-      dataset = std::get_if<platform::FeatureLayer>(&second);
-    }
-    TransformRanking ranking;
-    if (dataset == nullptr && !point && list->size() > 1) {
-      for (const auto& t : *list) {
-        const auto& coll = ReturnTransformColl();
-        auto row = coll.find(std::to_string(t.code));
-        ranking.entries.push_back({t, "", row == coll.end() ? nullptr : &row->second, 0, 0, 0});
-      }
-    } else {
-      ranking = RankTransformsByDatasetCentroid(context.application, *list, dataset, ReturnTransformColl(),
-                                                ReturnTransformColl2(), point ? &*point : nullptr);
-    }
-    std::printf("%zu candidate%s\n", list->size(), list->size() == 1 ? "" : "s");
-    PrintRanking(ranking);
+    const std::size_t count = found.unranked.size();
+    std::printf("%zu candidate%s\n", count, count == 1 ? "" : "s");
+    PrintRanking(found.ranked);
     return kExitSuccess;
   } catch (const UsageError&) {
     throw;

@@ -2,7 +2,6 @@
 // after the checks the Waypoint Converter dialog makes.
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,10 +13,9 @@
 #include "platform/errors.h"
 #include "platform/host/interrupt_signals.h"
 #include "presentation/rtf_text.h"
-#include "support/lookups.h"
-#include "transforms/transform_search.h"
+#include "shell/commands.h"
 #include "waypoints/create_waypoint_file.h"
-#include "waypoints/duplicate_plot_ids.h"
+#include "waypoints/waypoint_checks.h"
 #include "waypoints/waypoint_output.h"
 
 namespace tarnwick::cli {
@@ -35,23 +33,6 @@ struct WaypointOptions {
   std::string out;
   std::string report;
 };
-
-// The field of that name, if it is of a kind the dialog offers (mask 3: text
-// and numeric; mask 2: numeric only).
-platform::Field RequireField(const platform::FeatureLayer& layer, const std::string& name, const char* role,
-                             bool numericOnly) {
-  const int index = layer.featureClass->FindField(name);
-  if (index < 0) {
-    throw UsageError("The point layer '" + layer.name + "' has no field '" + name + "' (" + role + ").");
-  }
-  const platform::Field field = layer.featureClass->Fields().at(static_cast<size_t>(index));
-  const bool fits = FieldIsNumeric(field.type) || (!numericOnly && FieldIsString(field.type));
-  if (!fits) {
-    throw UsageError(std::string("The field '") + field.name + "' cannot serve as " + role + ": it must be " +
-                     (numericOnly ? "numeric." : "a text or numeric field."));
-  }
-  return field;
-}
 
 // Names the records a field computer will misread: all of them up to ten,
 // then how many more.
@@ -71,13 +52,13 @@ int RunWaypoints(WaypointOptions& options, CommandContext& context) {
   WaypointParameters parameters;
   parameters.pointLayer = OpenLayer(options.points);
   const auto& layer = parameters.pointLayer;
-  if (layer.featureClass->ShapeType() != platform::GeometryType::Point) {
-    throw UsageError("The layer '" + layer.name + "' is not a point layer.");
+  Require(CheckWaypointLayer(layer));
+  parameters.plotIdField = Require(FindWaypointField(layer, options.plotId, WaypointFieldRole::PlotID));
+  if (!options.standId.empty()) {
+    parameters.standIdField = Require(FindWaypointField(layer, options.standId, WaypointFieldRole::StandID));
   }
-  parameters.plotIdField = RequireField(layer, options.plotId, "Plot ID", false);
-  if (!options.standId.empty()) parameters.standIdField = RequireField(layer, options.standId, "Stand ID", false);
   if (!options.elevation.empty()) {
-    parameters.elevationField = RequireField(layer, options.elevation, "elevation", true);
+    parameters.elevationField = Require(FindWaypointField(layer, options.elevation, WaypointFieldRole::Elevation));
   }
 
   // --selected plays the map's selection.
@@ -92,36 +73,17 @@ int RunWaypoints(WaypointOptions& options, CommandContext& context) {
       std::fprintf(stderr, "Note: the filter selects no point; every point is converted.\n");
     }
   }
+  Require(CheckPlotIDsForConversion(parameters));
 
-  // The duplicate check reads the features that will be converted.
-  const auto& selection = parameters.pointLayer.selection;
-  const bool all = parameters.convertAll || selection.empty();
-  auto cursor = all ? layer.featureClass->Search() : layer.featureClass->SearchOids(selection);
-  const std::int64_t total = all ? layer.featureClass->FeatureCount() : static_cast<std::int64_t>(selection.size());
-  const std::string problems =
-      CheckForDuplicatePlotIDs(*cursor, layer.featureClass->FindField(parameters.plotIdField.name), total);
-  cursor.reset();
-  if (!problems.empty()) throw UsageError(" Problems with Plot ID Values:\n" + problems);
-
-  parameters.outputPath = WaypointOutputPath(options.out);
+  // The output must not hold the points; an existing file is replaced only
+  // once the new one is complete.
+  const std::string outputPath = WaypointOutputPath(options.out);
   std::vector<std::string> datasets = platform::DatasetFiles(*layer.featureClass);
-  RefuseWritingOver("--out", parameters.outputPath, datasets);
+  RefuseWritingOver("--out", outputPath, datasets);
+  parameters.outputPath =
+      Require(CheckWaypointOutput(context.application, options.out),
+              "The file '" + outputPath + "' already exists; pass --overwrite to replace it.");
   datasets.push_back(parameters.outputPath);
-  std::error_code ec;
-  // An existing file is replaced only once the new one is complete.
-  if (std::filesystem::exists(parameters.outputPath, ec)) {
-    const auto answer = context.application.MessageBox(WaypointFileExistsQuestion(parameters.outputPath),
-                                                       kWaypointFileExistsTitle,
-                                                       platform::host::MessageButtons::YesNoCancel,
-                                                       platform::host::MessageIcon::Question);
-    if (answer != platform::host::MessageResult::Yes) {
-      throw UsageError("The file '" + parameters.outputPath + "' already exists; pass --overwrite to replace it.");
-    }
-  }
-  if (const std::string folder = CheckWaypointOutputFolder(parameters.outputPath); !folder.empty()) {
-    throw UsageError(folder);
-  }
-
   RequireSpatialReference(layer);
 
   // Waypoints are written in WGS 1984; settle the datum step to it.
@@ -141,7 +103,9 @@ int RunWaypoints(WaypointOptions& options, CommandContext& context) {
     result = CreateWaypointFile(context.application, &context.document, parameters);
   }
   if (!result.Succeeded()) {
-    return RunFailed("the waypoint conversion failed", result.errorReason, result.errorLogPath, result.errorText);
+    std::printf("%s\n", kFunctionFailed);
+    return RunFailed("the waypoint conversion failed", result.errorReason, result.errorLogPath, result.errorText,
+                     kFailureReportOnStdout);
   }
   WarnOfMisreadRecords(result.misreadRecords);
   WriteReport(reportPath, result.report, "The waypoints were saved to '" + parameters.outputPath + "'");

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "support/lookups.h"
+#include "support/protected_paths.h"
 #include "support/text_operations.h"
 #include "transforms/transform_checks.h"
 
@@ -31,17 +32,6 @@ Checked<platform::Field> StandField(const platform::FeatureLayer& layer, const s
                    control);
   }
   return field;
-}
-
-std::string Canonical(const std::string& path) {
-  std::error_code ec;
-  const auto canonical = fs::weakly_canonical(path, ec);
-  return ToLowerAscii(ec ? path : canonical.string());
-}
-
-bool SameClass(const platform::FeatureClass& a, const platform::FeatureClass& b) {
-  return Canonical(a.GetWorkspace()->PathName()) == Canonical(b.GetWorkspace()->PathName()) &&
-         EqualsIgnoreCase(a.Name(), b.Name());
 }
 
 // The files an update of the class writes to.
@@ -122,7 +112,8 @@ Checked<TransferStandIDParameters> CheckTransferStandIDChoices(platform::host::A
   if (!points.featureClass) {
     return Refused("Please select a Plot Point layer to add points to!", "cbxExistingPointLayer");
   }
-  if (SameClass(*stands.featureClass, *points.featureClass)) {
+  if (IsSameClass(stands.featureClass->GetWorkspace()->PathName(), stands.featureClass->Name(),
+                  points.featureClass->GetWorkspace()->PathName(), points.featureClass->Name())) {
     return Refused(
         "The point layer '" + points.name + "' is the stand layer; choose the plot points to receive the stand IDs.",
         "cbxExistingPointLayer");

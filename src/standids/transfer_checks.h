@@ -33,7 +33,7 @@ inline constexpr const char* kStandIdTypeQuestionTitle = "Confirm Attribute Fiel
 // Checks the choices and builds the parameter set without its
 // transformation: the layers' kinds, the fields, the type question (asked
 // through the application; declined, it gives an Answered refusal), both
-// spatial references, a writable point layer and valid stand polygons.
+// spatial references and a writable point layer.
 Checked<TransferStandIDParameters> CheckTransferStandIDChoices(platform::host::Application& application,
                                                                const TransferStandIDChoices& choices);
 

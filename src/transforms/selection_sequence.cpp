@@ -72,15 +72,17 @@ TransformationChoice SelectGeoTransformation(platform::host::Application& app, p
   });
 }
 
+std::optional<CheckMessage> CheckChoiceSpatialReferences(const TransformationChoice& choice) {
+  if (choice.origin != TransformationChoice::Origin::InvalidSpatialReference) return std::nullopt;
+  return CheckMessage{"  --> " + choice.message, "Invalid Spatial Reference:", platform::host::MessageIcon::Exclamation};
+}
+
 Checked<TransformationChoice> SelectGeoTransformationForRun(platform::host::Application& app,
                                                             platform::host::Map& map, TransformationDefaults& defaults,
                                                             const SearchObject& object1, const SearchObject& object2,
                                                             const platform::Geometry* pPoint) {
   TransformationChoice choice = SelectGeoTransformation(app, map, defaults, object1, object2, pPoint);
-  if (choice.origin == TransformationChoice::Origin::InvalidSpatialReference) {
-    return CheckMessage{"  --> " + choice.message, "Invalid Spatial Reference:",
-                        platform::host::MessageIcon::Exclamation};
-  }
+  if (auto refusal = CheckChoiceSpatialReferences(choice)) return *refusal;
   if (choice.needed && choice.transformation) {
     if (auto refusal = CheckTransformationRuns(*choice.transformation)) return *refusal;
   }

@@ -35,6 +35,10 @@ TransformationChoice SelectGeoTransformation(platform::host::Application& app, p
                                              TransformationDefaults& defaults, const SearchObject& object1,
                                              const SearchObject& object2, const platform::Geometry* pPoint = nullptr);
 
+// Refuses a choice the sequence could not make because a side has no usable
+// spatial reference.
+std::optional<CheckMessage> CheckChoiceSpatialReferences(const TransformationChoice& choice);
+
 // The sequence as the last check before a tool runs: refused when a side has
 // no usable spatial reference, or when the transformation it settles on
 // cannot run on this machine (its grid files are missing).

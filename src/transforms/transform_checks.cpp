@@ -6,18 +6,6 @@
 
 namespace tarnwick {
 
-namespace {
-
-const char* DirectionText(platform::TransformDirection direction) {
-  return direction == platform::TransformDirection::Forward ? "FORWARD" : "REVERSE";
-}
-
-std::string Describe(const platform::GeoTransformation& t) {
-  return t.name + " (" + t.authority + ":" + std::to_string(t.code) + ")";
-}
-
-}  // namespace
-
 std::optional<CheckMessage> CheckSpatialReference(const platform::FeatureLayer& layer, const std::string& control) {
   bool booError = false;
   std::string problem;
@@ -66,11 +54,19 @@ Checked<NamedTransformation> ResolveNamedTransformation(const std::string& text,
   if (error) return CheckMessage{message};
   if (!resolved.needed) return resolved;
   if (asked && *asked != resolved.direction) {
-    return CheckMessage{Describe(*transformation) + " joins these systems only in the " +
-                        DirectionText(resolved.direction) + " direction, not " + DirectionText(*asked) + "."};
+    return CheckMessage{DescribeTransformation(*transformation) + " joins these systems only in the " +
+                        DirectionName(resolved.direction) + " direction, not " + DirectionName(*asked) + "."};
   }
   resolved.transformation = transformation;
   return resolved;
+}
+
+std::string DescribeTransformation(const platform::GeoTransformation& transformation) {
+  return transformation.name + " (" + transformation.authority + ":" + std::to_string(transformation.code) + ")";
+}
+
+const char* DirectionName(platform::TransformDirection direction) {
+  return direction == platform::TransformDirection::Forward ? "FORWARD" : "REVERSE";
 }
 
 std::string DisplayName(const SearchObject& object) {

@@ -34,4 +34,8 @@ Checked<NamedTransformation> ResolveNamedTransformation(const std::string& text,
 // A name for messages: the layer's name or the reference's.
 std::string DisplayName(const SearchObject& object);
 
+// "NAME (AUTHORITY:CODE)" and "FORWARD"/"REVERSE", as messages name them.
+std::string DescribeTransformation(const platform::GeoTransformation& transformation);
+const char* DirectionName(platform::TransformDirection direction);
+
 }  // namespace tarnwick

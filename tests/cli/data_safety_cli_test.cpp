@@ -145,6 +145,7 @@ TEST(DataSafety, FailingMidRunChangesNothingInAnyStore) {
   EXPECT_EQ(run.exitCode, 1);
   EXPECT_EQ(FirstMessage(run.err),
             "tarnwick: the waypoint conversion failed: Point feature 1 of 'plots' has no geometry.");
+  EXPECT_EQ(run.out, "Function Failed...\n");
   ExpectUnchanged(before, Take(dir, layers));
   EXPECT_EQ(testkit::ReadFile(dir / "old.way"), "old waypoints\r\n");
 }

@@ -141,9 +141,10 @@ TEST(ImportStandIdsCommand, ReadOnlyShapefileIsRefusedAndAFailedRunChangesNothin
   run = Tarnwick(dir, arguments);
   EXPECT_EQ(run.exitCode, 1);
   EXPECT_NE(run.err.find("tarnwick: the stand ID import into 'plots' failed: Point feature 1 of 'plots' has no "
-                         "geometry.\nNothing was changed. Error log: "),
+                         "geometry.\nNothing was changed. The failure report is on standard output. Error log: "),
             std::string::npos)
       << run.err;
+  EXPECT_EQ(run.out, "Function Failed...\n");
   EXPECT_LT(platform::OpenFeatureLayer(dir / "shp/plots.shp").featureClass->FindField("StandID"), 0);
 }
 
