@@ -12,6 +12,10 @@ namespace tarnwick {
 namespace {
 
 constexpr const char* kTitle = " Geographic Transformation:";
+constexpr const char* kPairInstructions =
+    "Pick two layers, or a layer and the map, that lie on different geographic coordinate systems. The next window "
+    "ranks the transformations between them; the one you apply is saved in the project, and the tools use it from "
+    "then on.";
 
 int PositionOf(const std::vector<platform::FeatureLayer>& layers, const platform::FeatureLayer& wanted) {
   for (size_t i = 0; i < layers.size(); ++i) {
@@ -36,14 +40,15 @@ TransformationPairDialog::TransformationPairDialog(HostArray host)
     : ToolDialogModel("TransformationPairDialog"), host_(host) {
   SetErrorHost(&host_.application, &host_.document);
   caption = " Choose Two Layers:";
-  formBounds = {0, 0, 5400, 2115};
-  AddControl("lblLayer1", ControlKind::Label, {240, 240, 4920, 255}, "-- Select Layer --");
-  AddControl("cbxLayer1", ControlKind::ComboBox, {240, 510, 4920, 315});
-  AddControl("lblLayer2", ControlKind::Label, {240, 960, 4920, 255}, "-- Select Second Layer or the Map --");
-  AddControl("cbxLayer2", ControlKind::ComboBox, {240, 1230, 4920, 315});
-  AddControl("cmdCancel", ControlKind::CommandButton, {2700, 1740, 1140, 375}, "Cancel");
-  AddControl("cmdOK", ControlKind::CommandButton, {4020, 1740, 1140, 375}, "OK");
-  anchorModes_ = {{"cbxLayer1", 3, 2}, {"cbxLayer2", 3, 2}, {"cmdCancel", 5, 5}, {"cmdOK", 5, 5}};
+  formBounds = {0, 0, 5400, 3555};
+  AddControl("lblMessage", ControlKind::Label, {240, 180, 4920, 1260}, kPairInstructions);
+  AddControl("lblLayer1", ControlKind::Label, {240, 1560, 4920, 255}, "-- Select First Layer --");
+  AddControl("cbxLayer1", ControlKind::ComboBox, {240, 1830, 4920, 315});
+  AddControl("lblLayer2", ControlKind::Label, {240, 2280, 4920, 255}, "-- Select Second Layer or the Map --");
+  AddControl("cbxLayer2", ControlKind::ComboBox, {240, 2550, 4920, 315});
+  AddControl("cmdCancel", ControlKind::CommandButton, {2700, 3060, 1140, 375}, "Cancel");
+  AddControl("cmdOK", ControlKind::CommandButton, {4020, 3060, 1140, 375}, "OK");
+  anchorModes_ = {{"lblMessage", 3, 2}, {"cbxLayer1", 3, 2}, {"cbxLayer2", 3, 2}, {"cmdCancel", 5, 5}, {"cmdOK", 5, 5}};
   On("cbxLayer1", ControlEvent::Click, [this] { CheckEnable(); });
   On("cbxLayer2", ControlEvent::Click, [this] { CheckEnable(); });
   On("cmdOK", ControlEvent::Click, [this] { cmdOK_Click(); });

@@ -66,7 +66,10 @@ class Photographer {
     const QString name = form->objectName();
     if (name == QLatin1String("frmTransferStandIDs")) {
       auto* fields = form->findChild<QListWidget*>(QStringLiteral("lbxFields"));
-      for (auto* item : fields->findItems(QStringLiteral("Age"), Qt::MatchExactly)) item->setSelected(true);
+      for (auto* item : fields->findItems(QStringLiteral("Age"), Qt::MatchExactly)) {
+        item->setSelected(true);
+        fields->scrollToItem(item);
+      }
       Save(*form, "import_stand_ids.png");
       Click(*form, "cmdCancel");
     } else if (name == QLatin1String("frmLayerID")) {
