@@ -12,6 +12,7 @@
 #include "shell/extension.h"
 #include "standids/transfer_stand_ids_dialog.h"
 #include "testkit/fake_desktop.h"
+#include "testkit/layers.h"
 #include "transforms/transform_search.h"
 #include "waypoints/waypoint_converter_dialog.h"
 
@@ -22,26 +23,13 @@ using platform::Field;
 using platform::FieldType;
 using platform::Value;
 
-// A class of one-field features (wkts[i] with values[i]); no spatial reference when epsg is 0.
+// One-field points (or polygons) in the store; no spatial reference when epsg is 0.
 std::shared_ptr<platform::FeatureClass> MakeClass(const std::string& store, const std::string& name, int epsg,
-                                                  const Field& field, const std::vector<std::string>& wkts,
-                                                  const std::vector<Value>& values) {
-  platform::Workspace::NewFeatureClass newClass;
-  newClass.name = name;
-  newClass.geometryType =
-      wkts.front().starts_with("POLYGON") ? platform::GeometryType::Polygon : platform::GeometryType::Point;
-  if (epsg != 0) newClass.spatialReference = platform::SpatialReference::FromEpsg(epsg);
-  newClass.fields = {field};
-  auto featureClass = platform::Workspace::OpenOrCreate(store)->CreateFeatureClass(newClass);
-  auto cursor = featureClass->Insert();
-  for (size_t i = 0; i < wkts.size(); ++i) {
-    auto buffer = cursor->CreateFeatureBuffer();
-    buffer.shape = platform::Geometry::FromWkt(wkts[i], newClass.spatialReference);
-    buffer.values[2] = values[i];
-    cursor->InsertFeature(buffer);
-  }
-  cursor->Flush();
-  return featureClass;
+                                                  const Field& field, const std::vector<testkit::Row>& rows) {
+  const auto type = rows.front().wkt.starts_with("POLYGON") ? platform::GeometryType::Polygon
+                                                             : platform::GeometryType::Point;
+  const auto sr = epsg != 0 ? platform::SpatialReference::FromEpsg(epsg) : platform::SpatialReference();
+  return testkit::MakeClass(store, testkit::ClassSpec(name, type, sr, {field}), rows);
 }
 
 struct Desk {
@@ -67,7 +55,7 @@ TEST(SameRefusals, CommandLineAndDialogGiveOneText) {
   const Field plotId{"PlotID", "", FieldType::Integer};
   const auto stands = [](Desk& desk) {
     desk.Add("Stands", MakeClass(desk.dir / "inv.gpkg", "Stands", 26910, Field{"StandID", "", FieldType::String, 8},
-                                 {"POLYGON((0 0,0 100,100 100,100 0,0 0))"}, {Value{std::string("A")}}));
+                                 {{testkit::Square(0, 0, 100), {Value{std::string("A")}}}}));
   };
   const auto importDialog = [](Desk& desk) {
     frmTransferStandIDs form({desk.app, desk.document, desk.extension}, desk.defaults);
@@ -81,7 +69,7 @@ TEST(SameRefusals, CommandLineAndDialogGiveOneText) {
       {"import into a read-only point shapefile",
        [&](Desk& desk) {
          stands(desk);
-         desk.Add("plots", MakeClass(desk.dir / "shp", "plots", 26910, plotId, {"POINT(50 50)"}, {Value{1L}}));
+         desk.Add("plots", MakeClass(desk.dir / "shp", "plots", 26910, plotId, {{"POINT(50 50)", {Value{1L}}}}));
          std::filesystem::permissions(desk.dir / "shp/plots.dbf", std::filesystem::perms::owner_read);
        },
        [](Desk& desk) {
@@ -91,8 +79,8 @@ TEST(SameRefusals, CommandLineAndDialogGiveOneText) {
        importDialog},
       {"waypoints with a repeated Plot ID",
        [&](Desk& desk) {
-         desk.Add("Plots", MakeClass(desk.dir / "plots.gpkg", "Plots", 26910, plotId, {"POINT(1 1)", "POINT(2 2)"},
-                                     {Value{7L}, Value{7L}}));
+         desk.Add("Plots", MakeClass(desk.dir / "plots.gpkg", "Plots", 26910, plotId,
+                                     {{"POINT(1 1)", {Value{7L}}}, {"POINT(2 2)", {Value{7L}}}}));
        },
        [](Desk& desk) {
          return "waypoints --points \"" + (desk.dir / "plots.gpkg") + "|layername=Plots\" --plot-id PlotID --out " +
@@ -101,7 +89,7 @@ TEST(SameRefusals, CommandLineAndDialogGiveOneText) {
        waypointDialog},
       {"waypoints from points without a spatial reference",
        [&](Desk& desk) {
-         desk.Add("loose", MakeClass(desk.dir / "shp", "loose", 0, plotId, {"POINT(1 1)"}, {Value{1L}}));
+         desk.Add("loose", MakeClass(desk.dir / "shp", "loose", 0, plotId, {{"POINT(1 1)", {Value{1L}}}}));
        },
        [](Desk& desk) {
          return "waypoints --points " + (desk.dir / "shp/loose.shp") + " --plot-id PlotID --out " +
