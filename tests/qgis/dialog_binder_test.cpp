@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QPointer>
 #include <QRadioButton>
 #include <QTest>
 #include <cctype>
@@ -126,6 +127,34 @@ TEST(DialogBinder, ShowsTheModelAndTurnsTheUsersActionsIntoItsEvents) {
   ok->click();
   EXPECT_TRUE(model.unloaded);
   EXPECT_FALSE(form.isVisible());
+}
+
+// A model's pictures drawn, a marked list shown yellow, and a form out of
+// sight while the model's run goes on, closed when it unloads.
+TEST(DialogBinder, DrawsPicturesMarksListsAndHidesTheFormWhileTheModelRuns) {
+  SampleDialog model;
+  model["imgButton"].picture = "ToggleUp";
+  model["imgButton"].visible = true;
+  QPointer<QDialog> form = new QDialog;
+  form->setAttribute(Qt::WA_DeleteOnClose);
+  auto* image = AddWidget<QLabel>(*form, "imgButton", {10, 10, 32, 32});
+  auto* units = AddWidget<QComboBox>(*form, "cbxUnits", {10, 50, 100, 24});
+  DialogBinder binder(model, *form, {});
+  form->show();
+  EXPECT_EQ(image->pixmap(Qt::ReturnByValue).size(), QSize(32, 32));
+  model["imgButton"].picture = "NoSuchPicture";
+  model["cbxUnits"].backColor = kYellow;
+  model.NotifyChanged();
+  EXPECT_TRUE(image->pixmap(Qt::ReturnByValue).isNull());
+  EXPECT_EQ(units->palette().color(QPalette::Button), QColor(255, 255, 0));
+
+  model.hidden = true;
+  model.NotifyChanged();
+  EXPECT_FALSE(form->isVisible());
+  model.unloaded = true;
+  model.NotifyChanged();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(form.isNull());  // closed, though out of sight
 }
 
 }  // namespace

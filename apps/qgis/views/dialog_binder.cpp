@@ -4,6 +4,8 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QFile>
+#include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
@@ -15,6 +17,9 @@
 #include <QTextEdit>
 
 #include "host/qt_text.h"
+
+// Qt's resources in a static library are registered by name.
+static void InitPictures() { Q_INIT_RESOURCE(pictures); }
 
 namespace tarnwick::desktop {
 
@@ -44,12 +49,30 @@ QStringList Entries(const Control& control) {
   return entries;
 }
 
+// A drop-down list that takes no typed text is drawn as a button, so its
+// back colour is the button's too.
 void SetBackColor(QWidget* widget, const Rgb& color) {
   QPalette palette = widget->palette();
   const QColor wanted(color.red, color.green, color.blue);
-  if (palette.color(QPalette::Base) == wanted) return;
+  const bool button = qobject_cast<QComboBox*>(widget) != nullptr;
+  if (palette.color(QPalette::Base) == wanted && (!button || palette.color(QPalette::Button) == wanted)) return;
   palette.setColor(QPalette::Base, wanted);
+  if (button) palette.setColor(QPalette::Button, wanted);
   widget->setPalette(palette);
+}
+
+// An image's picture, drawn at the label's size; a picture the plugin does
+// not have leaves the label empty.
+void ShowPicture(QLabel* label, const std::string& picture) {
+  const QString name = ToQString(picture);
+  if (label->property("picture").toString() == name && label->property("pictureSize").toSize() == label->size()) {
+    return;
+  }
+  label->setProperty("picture", name);
+  label->setProperty("pictureSize", label->size());
+  InitPictures();
+  const QString path = QStringLiteral(":/tarnwick/pictures/%1.svg").arg(name);
+  label->setPixmap(QFile::exists(path) ? QIcon(path).pixmap(label->size()) : QPixmap());
 }
 
 void CopyList(const Control& control, QListWidget* list) {
@@ -274,6 +297,9 @@ void DialogBinder::CopyControl(const Control& control, QWidget* widget) {
     const QRect wanted = PixelRect(control.bounds);
     if (widget->geometry() != wanted) widget->setGeometry(wanted);
   }
+  if (auto* image = qobject_cast<QLabel*>(widget); image && control.kind == ControlKind::Image && !control.picture.empty()) {
+    ShowPicture(image, control.picture);
+  }
   widget->setEnabled(control.enabled);
   widget->setToolTip(ToQString(control.toolTip));
   if (widget->isVisibleTo(form_) != control.visible) widget->setVisible(control.visible);
@@ -291,11 +317,24 @@ void DialogBinder::Refresh() {
   }
   if (model_.focus != appliedFocus_) {
     appliedFocus_ = model_.focus;
-    if (QWidget* focused = WidgetOf(model_.focus)) focused->setFocus();
+    if (QWidget* focused = WidgetOf(model_.focus)) {
+      // A message box may have taken the activation: the focus shows only
+      // in the active window.
+      if (form_->isVisible()) form_->activateWindow();
+      focused->setFocus(Qt::OtherFocusReason);
+    }
+  }
+  // Out of sight while the model's run goes on.
+  if (model_.hidden && form_->isVisible()) {
+    hiddenByModel_ = true;
+    form_->hide();
+  } else if (!model_.hidden && hiddenByModel_) {
+    hiddenByModel_ = false;
+    form_->show();
   }
   refreshing_ = false;
   if (refreshed) refreshed();
-  if (model_.unloaded && !closing_ && form_->isVisible()) {
+  if (model_.unloaded && !closing_ && (form_->isVisible() || hiddenByModel_)) {
     closing_ = true;
     form_->close();
   }

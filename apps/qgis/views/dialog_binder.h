@@ -7,7 +7,8 @@
 //      label or an image (a click fires Click), QLineEdit or QPlainTextEdit
 //      for a text box, QComboBox, QListWidget (multi-selection for a
 //      multi-select list), QRadioButton, QCheckBox, QPushButton or
-//      QToolButton, QTextEdit for a rich text box (its view fills it).
+//      QToolButton, QTextEdit for a rich text box (its view fills it). An
+//      image's picture is drawn from views/pictures/NAME.svg (pictures.qrc).
 //      Widgets without a control stay as drawn; controls without a widget
 //      are not shown.
 //   2. In the view: set the form up on a QDialog, make the model, then
@@ -22,8 +23,9 @@
 //   3. Show the dialog: exec() for a modal one, show() for one beside the
 //      map. The binder copies the model's state to the widgets after every
 //      handler (signals blocked meanwhile), turns the user's edits into the
-//      model's setters and Fire, filters typed keys through KeyPress, and
-//      closes the window when the model unloads itself. Closing the window
+//      model's setters and Fire, filters typed keys through KeyPress, hides
+//      the window while the model is hidden, and closes it when the model
+//      unloads itself. Closing the window
 //      by its title bar fires cmdCancel (or cmdOK) when the model has one.
 #include <QObject>
 #include <QPointer>
@@ -69,6 +71,7 @@ class DialogBinder : public QObject {
   std::string appliedFocus_;
   bool refreshing_ = false;
   bool closing_ = false;
+  bool hiddenByModel_ = false;  // hidden because the model asked it
 };
 
 }  // namespace tarnwick::desktop
