@@ -14,8 +14,12 @@ namespace {
 constexpr long kFormWidth = 7740;  // 516 pixels
 constexpr long kLeft = 240;        // the left edge of a section's rows
 constexpr long kHeadLeft = 120;    // the left edge of a section's heading
-constexpr long kFieldLeft = 2445;  // where the combos of the wide rows start
-constexpr long kWide = 5055;       // their width, to the right margin
+constexpr long kRight = 7500;      // the right margin of the rows
+constexpr long kFieldLeft = 2745;  // where the boxes of the wide rows start, past their captions
+constexpr long kCaptionWidth = kFieldLeft - 60 - kLeft;  // the captions before them
+constexpr long kWide = kRight - kFieldLeft;
+constexpr long kSpacingWidth = 6000 - 120 - kFieldLeft;  // to the unit label beside
+constexpr long kNumberLeft = 3600;  // the buffer and first-number boxes, past their captions
 constexpr long kLabelHeight = 225;
 constexpr long kHeadHeight = 255;
 constexpr long kComboHeight = 315;
@@ -69,28 +73,28 @@ void frmPlotLayout::AddControls() {
   label("lblSelected", BesideBox(4260, 1650, 3200), "Selected Stands (n = 1,000,000)");
 
   // Units and spacing.
-  label("lblChooseUnits", BesideBox(kHeadLeft, 2010, 2200), "Choose Units");
+  label("lblChooseUnits", BesideBox(kHeadLeft, 2010, kCaptionWidth), "Choose Units");
   add("cbxUnits", K::ComboBox, {kFieldLeft, 2010, 1800, kComboHeight});
-  label("lblSpacing", BesideBox(kHeadLeft, 2400, 2200), "Spacing and # of Plots");
+  label("lblSpacing", BesideBox(kHeadLeft, 2400, kCaptionWidth), "Spacing and # of Plots");
   add("cbxPlotsOption", K::ComboBox, {kFieldLeft, 2400, kWide, kComboHeight});
-  label("lblEnterNumPoints", BesideBox(kLeft, 2790, 5600), "Enter Number of Points per Stand Polygon:");
-  add("txtNumPlots", K::TextBox, {5970, 2790, 1455, kTextHeight});
-  label("lblSelAttField", BesideBox(kLeft, 2790, 4200), "Select Attribute Field Containing Plot Count::");
-  add("cbxPlotsField", K::ComboBox, {5970, 2790, 1530, kComboHeight});
-  label("lblSpacingRatio", BesideBox(kLeft, 3150, 2100), "Spacing Ratio (X:Y)");
+  label("lblEnterNumPoints", BesideBox(kLeft, 2790, 3960), "Enter Number of Points per Stand Polygon:");
+  add("txtNumPlots", K::TextBox, {4320, 2790, 1455, kTextHeight});
+  label("lblSelAttField", BesideBox(kLeft, 2790, 3960), "Select Attribute Field Containing Plot Count::");
+  add("cbxPlotsField", K::ComboBox, {4320, 2790, kRight - 4320, kComboHeight});
+  label("lblSpacingRatio", BesideBox(kLeft, 3150, kCaptionWidth), "Spacing Ratio (X:Y)");
   add("cbxSpacingRatioOptions", K::ComboBox, {kFieldLeft, 3150, kWide, kComboHeight});
-  label("lblRatio", {kFieldLeft, 3615, 1800, kLabelHeight}, "User-Defined Ratio:  X =");
-  add("txtXRatio", K::TextBox, {4290, 3570, 1095, kTextHeight});
-  label("lblRatio2", {5475, 3615, 480, kLabelHeight}, "to Y =");
-  add("txtYRatio", K::TextBox, {5970, 3570, 1095, kTextHeight});
-  label("lblRatio3", {7125, 3615, 555, kLabelHeight}, "units");
-  label("lblXSpacing", BesideBox(kLeft, 3960, 2100), "X-Spacing (East-West)");
-  add("txtXSpacing", K::TextBox, {kFieldLeft, 3960, 3435, kTextHeight});
-  add("cbxXSpacing", K::ComboBox, {kFieldLeft, 3960, 3435, kComboHeight});
+  label("lblRatio", {2325, 3615, 2100, kLabelHeight}, "User-Defined Ratio:  X =");
+  add("txtXRatio", K::TextBox, {4470, 3570, 900, kTextHeight});
+  label("lblRatio2", {5445, 3615, 555, kLabelHeight}, "to Y =");
+  add("txtYRatio", K::TextBox, {6045, 3570, 900, kTextHeight});
+  label("lblRatio3", {7020, 3615, kRight - 7020, kLabelHeight}, "units");
+  label("lblXSpacing", BesideBox(kLeft, 3960, kCaptionWidth), "X-Spacing (East-West)");
+  add("txtXSpacing", K::TextBox, {kFieldLeft, 3960, kSpacingWidth, kTextHeight});
+  add("cbxXSpacing", K::ComboBox, {kFieldLeft, 3960, kSpacingWidth, kComboHeight});
   label("lblXUnits", BesideBox(6000, 3960, 1500), "");
-  label("lblYSpacing", BesideBox(kLeft, 4350, 2100), "Y-Spacing (North-South)");
-  add("txtYSpacing", K::TextBox, {kFieldLeft, 4350, 3435, kTextHeight});
-  add("cbxYSpacing", K::ComboBox, {kFieldLeft, 4350, 3435, kComboHeight});
+  label("lblYSpacing", BesideBox(kLeft, 4350, kCaptionWidth), "Y-Spacing (North-South)");
+  add("txtYSpacing", K::TextBox, {kFieldLeft, 4350, kSpacingWidth, kTextHeight});
+  add("cbxYSpacing", K::ComboBox, {kFieldLeft, 4350, kSpacingWidth, kComboHeight});
   label("lblYUnits", BesideBox(6000, 4350, 1500), "");
 
   // Orientation.
@@ -101,24 +105,24 @@ void frmPlotLayout::AddControls() {
   image("optOrientEnterOn", {3960, 5040, 255, 255}, "RadioOn");
   image("optOrientEnterOff", {3960, 5100, 255, 255}, "RadioOff");
   label("lblOrientConstant", BesideBox(4260, 5010, 2800), "Enter Constant Value");
-  label("lblGridValue", BesideBox(kLeft, 5400, 2100), "Orientation (CW from North)");
-  add("txtGridOrientation", K::TextBox, {kFieldLeft, 5400, 3435, kTextHeight});
+  label("lblGridValue", BesideBox(kLeft, 5400, kCaptionWidth), "Orientation (CW from North)");
+  add("txtGridOrientation", K::TextBox, {kFieldLeft, 5400, kSpacingWidth, kTextHeight});
   add("cbxOrientationField", K::ComboBox, {kFieldLeft, 5460, 3000, kComboHeight});
   label("lblDegrees", BesideBox(6000, 5400, 1500), "Degrees (0 - 360)");
 
   // Buffer and first number.
   label("lblBuffer", {kHeadLeft, 5790, 3000, kHeadHeight}, "Buffer Polygons");
-  label("lblBufferVal", BesideBox(kLeft, 6090, 3000), "Buffer Distance from Stand Boundary");
-  add("txtBuffer", K::TextBox, {3360, 6090, 1215, kTextHeight}).toolTip =
+  label("lblBufferVal", BesideBox(kLeft, 6090, kNumberLeft - 60 - kLeft), "Buffer Distance from Stand Boundary");
+  add("txtBuffer", K::TextBox, {kNumberLeft, 6090, 1215, kTextHeight}).toolTip =
       "Value always represents distance in from edge of polygon";
-  add("cbxBufferUnits", K::ComboBox, {4680, 6090, 1500, kComboHeight});
+  add("cbxBufferUnits", K::ComboBox, {kNumberLeft + 1320, 6090, 1500, kComboHeight});
   label("lblStartingNumber", {kHeadLeft, 6480, 3000, kHeadHeight}, "Starting Number");
   label("lblGridPointStartingNumber", BesideBox(kLeft, 6780, 3000), "Grid Point Starting Number");
-  add("txtGridStartingNumber", K::TextBox, {3360, 6780, 1215, kTextHeight});
+  add("txtGridStartingNumber", K::TextBox, {kNumberLeft, 6780, 1215, kTextHeight});
 
   // Output.
   label("lblChoosePoints", {kHeadLeft, 7170, 3000, kHeadHeight}, "Output Options");
-  label("lblNewOrExistingLayer", BesideBox(kLeft, 7470, 2100), "Create Cruise Points in:");
+  label("lblNewOrExistingLayer", BesideBox(kLeft, 7470, kCaptionWidth), "Create Cruise Points in:");
   add("cbxCreatePointsIn", K::ComboBox, {kFieldLeft, 7470, kWide, kComboHeight});
   label("lblOutputName", {kLeft, 7860, 7260, kLabelHeight}, "New Cruise Point Feature Class:");
   add("txtOutput", K::TextBox, {kLeft, 8130, 6735, kTextHeight});
@@ -208,7 +212,7 @@ void frmPlotLayout::ShareControlPlaces() {
   at("cbxOrientationField").width = at("txtGridOrientation").width;
   // The user-defined ratio row has a fixed place below the ratio choice.
   constexpr std::pair<const char*, long> kRatioRow[] = {
-      {"lblRatio", 2445}, {"txtXRatio", 4290}, {"lblRatio2", 5475}, {"txtYRatio", 5970}, {"lblRatio3", 7125}};
+      {"lblRatio", 2325}, {"txtXRatio", 4470}, {"lblRatio2", 5445}, {"txtYRatio", 6045}, {"lblRatio3", 7020}};
   for (const auto& [name, left] : kRatioRow) {
     at(name).left = left;
     at(name).top = (*this)[name].kind == ControlKind::TextBox ? 3570 : 3615;

@@ -5,7 +5,9 @@
 #include <qgslayertree.h>
 #include <qgslayertreeview.h>
 #include <qgsmapcanvas.h>
+#include <qgsmarkersymbol.h>
 #include <qgsproject.h>
+#include <qgssinglesymbolrenderer.h>
 #include <qgsvectorlayer.h>
 
 #include "host/layer_sources.h"
@@ -76,6 +78,15 @@ void QgisMap::AddLayer(platform::FeatureLayer layer) {
   if (!layer.featureClass) return;
   auto added = std::make_unique<QgsVectorLayer>(QgisSourceOf(layer.featureClass->FullPath()), ToQString(layer.name),
                                                 QStringLiteral("ogr"));
+  // New points (the plots of a run) as red dots ringed in white, which show
+  // over any stand fill.
+  if (added->geometryType() == QgsWkbTypes::PointGeometry) {
+    added->setRenderer(new QgsSingleSymbolRenderer(QgsMarkerSymbol::createSimple(
+        {{QStringLiteral("name"), QStringLiteral("circle")},
+         {QStringLiteral("color"), QStringLiteral("198,40,40")},
+         {QStringLiteral("outline_color"), QStringLiteral("255,255,255")},
+         {QStringLiteral("size"), QStringLiteral("2.2")}})));
+  }
   project_.addMapLayer(added.release());
 }
 

@@ -1,6 +1,7 @@
 #include "session/dialog_registry.h"
 
 #include <QMessageBox>
+#include <QWidget>
 
 #include "host/qt_text.h"
 #include "shell/command_table.h"
@@ -48,7 +49,10 @@ class MissingModelessDialog : public ModelessToolDialog, public ModelessFrame {
 };
 
 DialogRegistry::DialogRegistry() = default;
-DialogRegistry::~DialogRegistry() = default;
+// A view still open goes before the session's extension and host do.
+DialogRegistry::~DialogRegistry() {
+  for (const QPointer<QWidget>& view : modelessViews_) delete view.data();
+}
 
 ToolDialogFactory DialogRegistry::ModalFactory(std::string_view progId, DialogContext context) const {
   return [this, id = std::string(progId), context]() -> std::unique_ptr<ToolDialog> {
@@ -61,7 +65,12 @@ ToolDialogFactory DialogRegistry::ModalFactory(std::string_view progId, DialogCo
 ModelessToolDialogFactory DialogRegistry::ModelessFactory(std::string_view progId, DialogContext context) const {
   return [this, id = std::string(progId), context]() -> ModelessToolDialog& {
     const auto maker = modeless_.find(id);
-    if (maker != modeless_.end()) return maker->second(context);
+    if (maker != modeless_.end()) {
+      ModelessToolDialog& view = maker->second(context);
+      std::erase_if(modelessViews_, [](const QPointer<QWidget>& open) { return open.isNull(); });
+      if (auto* window = dynamic_cast<QWidget*>(&view)) modelessViews_.emplace_back(window);
+      return view;
+    }
     missing_ = std::make_unique<MissingModelessDialog>(context.parent, id);
     return *missing_;
   };

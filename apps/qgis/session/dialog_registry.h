@@ -2,10 +2,12 @@
 // The tool dialogs' views by their command's ProgID. Each view registers its
 // maker in RegisterToolDialogViews (views/tool_dialog_views.cpp); a command
 // whose dialog has no view yet tells the user so and runs nothing.
+#include <QPointer>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/entry_point.h"
 #include "shell/tool_dialogs.h"
@@ -28,7 +30,8 @@ struct DialogContext {
 };
 
 using ModalDialogMaker = std::function<std::unique_ptr<ToolDialog>(const DialogContext&)>;
-// The view owns itself: it is deleted when its window closes.
+// The view owns itself: it is deleted when its window closes, or with the
+// registry (the session) if it is still open then.
 using ModelessDialogMaker = std::function<ModelessToolDialog&(const DialogContext&)>;
 
 class MissingModelessDialog;
@@ -49,6 +52,7 @@ class DialogRegistry {
   std::map<std::string, ModalDialogMaker> modal_;
   std::map<std::string, ModelessDialogMaker> modeless_;
   mutable std::unique_ptr<MissingModelessDialog> missing_;  // the stand-in last shown
+  mutable std::vector<QPointer<QWidget>> modelessViews_;    // the views made, while they live
 };
 
 // Registers every tool dialog view the plugin has.

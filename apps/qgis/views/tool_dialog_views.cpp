@@ -4,10 +4,12 @@
 #include "session/dialog_registry.h"
 #include "shell/command_table.h"
 #include "views/modal_tool_views.h"
+#include "views/plot_layout_view.h"
 
 namespace tarnwick::desktop {
 
 void RegisterToolDialogViews(DialogRegistry& registry) {
+  registry.RegisterModeless(kPlotLayoutCommand.progId, MakePlotLayoutView);
   registry.RegisterModal(kTransferStandIDsCommand.progId, MakeTransferStandIDsView);
   registry.RegisterModal(kWaypointConverterCommand.progId, MakeWaypointConverterView);
 }
