@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QTimer>
@@ -64,6 +65,8 @@ int main(int argc, char* argv[]) {
   int failures = 0;
   {
     QgsProject project;
+    // New plots are suggested beside the project, in the forest's folder.
+    project.setFileName(QFileInfo(forest).absoluteDir().filePath(QStringLiteral("forest.qgz")));
     QMainWindow window;
     auto* canvas = new QgsMapCanvas(&window);
     window.setCentralWidget(canvas);
@@ -84,7 +87,6 @@ int main(int argc, char* argv[]) {
       if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) box->accept();
     });
     answer.start(50);
-    const std::string output = QDir::temp().filePath(QStringLiteral("Plots.shp")).toStdString();
 
     if (PlotLayoutView* view = OpenDialog(session)) {
       tarnwick::frmPlotLayout& d = view->Model();
@@ -96,7 +98,6 @@ int main(int argc, char* argv[]) {
       d.SetText("txtYRatio", "3");
       d.SetText("txtBuffer", "33");
       d.SetListIndex("cbxBufferUnits", 1);
-      d.SetText("txtOutput", output);
       failures += !Save(*view, folder, "plot_layout_count.png");
 
       d.SetListIndex("cbxPlotsOption", 2);
