@@ -129,8 +129,9 @@ TEST_F(PlotLayoutViewTest, RunsFromTheToolbarIntoTheProjectAsTheCommandLineDoes)
   EXPECT_EQ(view->width(), 516);
   EXPECT_EQ(Widget<QListWidget>("lbxPolygons")->currentItem()->text(), "Stands");
   EXPECT_EQ(Widget<QListWidget>("lbxStandFields")->currentItem()->text(), "StandID");
-  ChooseCountRun(dir / "dialog.gpkg/Plots");
   QPushButton* ok = Widget<QPushButton>("cmdOK");
+  EXPECT_FALSE(ok->isEnabled());  // no number of plots yet
+  ChooseCountRun(dir / "dialog.gpkg/Plots");
   ASSERT_TRUE(ok->isEnabled());
   // The run counts its stands on QGIS's status bar.
   const QProgressBar* progress = dynamic_cast<QgisStatusBar&>(session->Application().GetStatusBar()).ProgressBar();
