@@ -30,7 +30,6 @@ namespace {
 
 constexpr double kLargestRatio = 1e6;
 constexpr double kLargestCoordinate = 1e10;
-constexpr long kLargestPlotLimit = 1'000'000'000'000;
 constexpr long kLargestPlotNumber = 2'147'483'647;  // the host's Long
 
 struct PlotLayoutOptions {

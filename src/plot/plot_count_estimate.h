@@ -12,6 +12,9 @@
 namespace tarnwick {
 
 inline constexpr long kDefaultMaxPlots = 50'000'000;
+// The highest limit a run takes: what a user who asked for more than the
+// default is held to.
+inline constexpr long kLargestPlotLimit = 1'000'000'000'000;
 
 struct PlotCountEstimate {
   double plots = 0;  // about this many plots over the run's stands

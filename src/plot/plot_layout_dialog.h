@@ -115,9 +115,11 @@ class frmPlotLayout : public DialogModel, public PlotLayoutFormLink {
   // OK's parts: the checks with the parameter set they build, the question
   // about a large run, the settings stored, and the run.
   std::optional<PlotLayoutParameters> ValidateAndBuild();
-  bool ConfirmPlotCount(const PlotLayoutParameters& parameters);
+  // The plot limit the run takes; nullopt when the run stays in the dialog
+  // (a stand that cannot be used, or the user's No to a very large run).
+  std::optional<long> AskAboutPlotCount(const PlotLayoutParameters& parameters);
   void StoreSettings(const PlotLayoutParameters& parameters);
-  void RunAndClose(const PlotLayoutParameters& parameters);
+  void RunAndClose(const PlotLayoutParameters& parameters, long maxPlots);
   // Shows a failed check's box and marks its controls.
   void ShowFailure(const PlotCheckFailure& failure);
   std::optional<OutputOption> BuildOutput(const platform::FeatureLayer& standLayer);

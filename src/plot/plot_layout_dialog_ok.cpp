@@ -26,6 +26,8 @@ long LongOf(const std::string& text) {
   return static_cast<long>(platform::ValueToLong(platform::Value{ValueOf(text)}));
 }
 
+constexpr const char* kPlotCountTitle = "Plot Layout";
+
 bool Contains(const std::string& text, std::string_view part) {
   return ToLowerAscii(text).find(ToLowerAscii(part)) != std::string::npos;
 }
@@ -40,9 +42,11 @@ void frmPlotLayout::ShowFailure(const PlotCheckFailure& failure) {
 
 void frmPlotLayout::cmdOK_Click() {
   const std::optional<PlotLayoutParameters> parameters = ValidateAndBuild();
-  if (!parameters || !ConfirmPlotCount(*parameters)) return;
+  if (!parameters) return;
+  const std::optional<long> maxPlots = AskAboutPlotCount(*parameters);
+  if (!maxPlots) return;
   StoreSettings(*parameters);
-  RunAndClose(*parameters);
+  RunAndClose(*parameters, *maxPlots);
 }
 
 std::optional<PlotLayoutParameters> frmPlotLayout::ValidateAndBuild() {
@@ -227,13 +231,25 @@ std::optional<AnchorOption> frmPlotLayout::BuildAnchor(const platform::FeatureLa
   return ClickedAnchor{x, y, entries.reference, choice.transformation, choice.direction};
 }
 
-// The one place where a run that would lay very many plots is put to the
-// user as a Yes/No question before it starts.
-bool frmPlotLayout::ConfirmPlotCount(const PlotLayoutParameters&) {
-  // PLOT-COUNT ESTIMATE: ask the library's estimate of the number of plots
-  // here and, above its limit, whether to go on; until that routine is
-  // available every run goes on.
-  return true;
+// Before anything is stored or written: a stand the run could not use is
+// shown as an error, and a run above the plot limit is put to the user as a
+// Yes/No question; Yes lifts the limit for this run.
+std::optional<long> frmPlotLayout::AskAboutPlotCount(const PlotLayoutParameters& parameters) {
+  using platform::host::MessageButtons;
+  using platform::host::MessageIcon;
+  const PlotCountEstimate estimate = EstimatePlotCount(parameters);
+  if (!estimate.problem.empty()) {
+    application_->MessageBox(estimate.problem + ".", kPlotCountTitle, MessageButtons::OK, MessageIcon::Critical);
+    return std::nullopt;
+  }
+  if (estimate.plots <= static_cast<double>(kDefaultMaxPlots)) return kDefaultMaxPlots;
+  const std::string question =
+      PlotCountAboveLimitText(estimate, kDefaultMaxPlots) + "\n\nDo you want to lay them out anyway?";
+  if (application_->MessageBox(question, kPlotCountTitle, MessageButtons::YesNo, MessageIcon::Question) !=
+      platform::host::MessageResult::Yes) {
+    return std::nullopt;
+  }
+  return kLargestPlotLimit;
 }
 
 void frmPlotLayout::StoreSettings(const PlotLayoutParameters& p) {
@@ -291,7 +307,7 @@ void frmPlotLayout::StoreSettings(const PlotLayoutParameters& p) {
   }
 }
 
-void frmPlotLayout::RunAndClose(const PlotLayoutParameters& parameters) {
+void frmPlotLayout::RunAndClose(const PlotLayoutParameters& parameters, long maxPlots) {
   hidden = true;
   NotifyChanged();
   platform::host::Application& app = *application_;
@@ -301,7 +317,9 @@ void frmPlotLayout::RunAndClose(const PlotLayoutParameters& parameters) {
   }
   extension_->SelToolEnabled = false;
 
-  const PlotLayoutResult result = GeneratePlotLayout(app, *document_, parameters);
+  PlotRunOptions options;
+  options.maxPlots = maxPlots;
+  const PlotLayoutResult result = GeneratePlotLayout(app, *document_, parameters, options);
   DeleteGraphicsByName(document_->FocusMap(), kAnchorMarkerName);
   app.RefreshWindow();
   app.ShowReport({result.succeeded ? result.rtfReport : result.failureReport, result.caption,

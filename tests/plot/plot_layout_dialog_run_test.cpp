@@ -96,6 +96,40 @@ TEST_F(PlotDialogTest, AddsToAPointLayerWithABufferWithoutUnitNumberingAboveTheH
   EXPECT_EQ(numbers, (std::vector<std::int64_t>{1, 2, 3, 4, 5}));
 }
 
+TEST_F(PlotDialogTest, ARunAboveThePlotLimitIsAskedAbout) {
+  // About 100 million plots by area; the buffer leaves none to write.
+  map().layers = {MakeStands(dir / "stands.gpkg", utm, {{Square(500000, 4000000, 100), "A"}})};
+  map().spatialReference = utm;
+  platform::Workspace::OpenOrCreate(dir / "plots.gpkg");
+  frmPlotLayout& d = Open();
+  d.SetListIndex("cbxUnits", 2);
+  d.SetListIndex("cbxPlotsOption", 2);
+  d.SetText("txtXSpacing", "0.01");
+  d.SetText("txtBuffer", "200");
+  d.SetListIndex("cbxBufferUnits", 2);
+  d.SetText("txtOutput", dir / "plots.gpkg/Plots");
+
+  app.answers = {platform::host::MessageResult::No};
+  OK();
+  ASSERT_EQ(app.boxes.size(), 1u);
+  EXPECT_EQ(app.boxes[0].title, "Plot Layout");
+  EXPECT_EQ(app.boxes[0].buttons, platform::host::MessageButtons::YesNo);
+  EXPECT_EQ(app.boxes[0].text,
+            "This run would lay out about 100,000,000 plots, more than the limit of 50,000,000.\n\n"
+            "Do you want to lay them out anyway?");
+  EXPECT_FALSE(d.unloaded);
+  EXPECT_TRUE(app.reports.empty());
+  EXPECT_FALSE(extension.ShouldContinue);
+  EXPECT_FALSE(platform::Workspace::Open(dir / "plots.gpkg")->NameExists("Plots"));
+
+  app.answers = {platform::host::MessageResult::Yes};
+  OK();
+  EXPECT_EQ(app.boxes.size(), 2u);
+  ASSERT_EQ(app.reports.size(), 1u);
+  EXPECT_EQ(app.reports[0].caption, "Analysis Complete:");
+  EXPECT_TRUE(d.unloaded);
+}
+
 TEST_F(PlotDialogTest, AnchorOnAnotherGeographicSystemGoesThroughTheSelectionSequence) {
   const auto wgs84 = platform::SpatialReference::FromEpsg(4326);
   const auto nad83 = platform::SpatialReference::FromEpsg(4269);
