@@ -1,10 +1,13 @@
 #include "plot/plot_layout_checks.h"
 
 #include <cstdlib>
+#include <filesystem>
 
 #include <fmt/core.h>
 
 #include "support/key_filters.h"
+#include "support/lookups.h"
+#include "support/number_text.h"
 #include "support/text_operations.h"
 #include "transforms/transform_search.h"
 
@@ -36,7 +39,7 @@ PlotCheckFailure ReferenceFailure(int number, std::string head, std::string body
   return failure;
 }
 
-bool Numeric(const std::string& text) { return IsNumericText(text); }
+bool Numeric(const std::string& text) { return NumberOfText(text).has_value(); }
 
 PlotCheck CheckRatio(const GridEntries& e) {
   if (e.plotsOption != 0 && e.plotsOption != 1) return std::nullopt;
@@ -128,12 +131,30 @@ std::optional<std::string> DatasetProblem(const platform::FeatureLayer& layer) {
 }  // namespace
 
 std::optional<double> NumberOfText(std::string_view text) {
-  if (!IsNumericText(std::string(text))) return std::nullopt;
+  if (!IsNumericText(std::string(text))) return ParseNumber(text);
   std::string normal = TrimBlanks(text);
   for (char& c : normal) {
     if (c == ',') c = '.';
   }
   return std::strtod(normal.c_str(), nullptr);
+}
+
+std::vector<platform::Field> FieldsOffered(const std::vector<platform::Field>& fields, long kinds) {
+  std::vector<platform::Field> offered = ReturnFieldsByType(fields, kinds);
+  std::erase_if(offered, [](const platform::Field& field) {
+    return EqualsIgnoreCase(field.name, "Shape_Area") || EqualsIgnoreCase(field.name, "Shape_Length");
+  });
+  return offered;
+}
+
+std::optional<platform::Field> FieldOffered(const platform::FeatureClass& featureClass, std::string_view name,
+                                            long kinds) {
+  const int index = featureClass.FindField(std::string(name));
+  if (index < 0) return std::nullopt;
+  const platform::Field& field = featureClass.Fields().at(static_cast<std::size_t>(index));
+  const std::vector<platform::Field> offered = FieldsOffered({field}, kinds);
+  if (offered.empty()) return std::nullopt;
+  return offered.front();
 }
 
 PlotCheck CheckGridEntries(const GridEntries& e) {
@@ -175,8 +196,15 @@ PlotCheck CheckGridEntries(const GridEntries& e) {
   return std::nullopt;
 }
 
-PlotCheck CheckNewOutput(std::string_view outputText, FClassPathData& data) {
+PlotCheck CheckNewOutput(std::string_view outputText, FClassPathData& data, bool storeMayBeMade) {
   data = ConvertFClassPathToWSData(outputText);
+  if (storeMayBeMade && !data.directoryExists && data.errorText.empty()) {
+    const std::filesystem::path store(data.directory);
+    const std::string ending = ToLowerAscii(store.extension().string());
+    const std::filesystem::path folder = store.has_parent_path() ? store.parent_path() : ".";
+    std::error_code error;
+    if ((ending == ".gpkg" || ending == ".gdb") && std::filesystem::is_directory(folder, error)) return std::nullopt;
+  }
   const std::string retry = "Please specify a new filename for the Stand Points feature class...";
   if (!data.errorText.empty()) return Failure(19, "Failed to check workspace!", data.errorText, "txtOutput");
   if (!data.directoryExists) {

@@ -34,12 +34,24 @@ using PlotCheck = std::optional<PlotCheckFailure>;
 
 // The kinds of field offered for each role, as masks of ReturnFieldsByType:
 // the stand ID may be text or a number; the plot count, spacings, orientation
-// and an existing layer's plot ID must be numbers.
+// and an existing layer's plot ID must be numbers. The run writes text plot
+// IDs as well, so a plot ID field named rather than picked from the list may
+// also be text.
 inline constexpr long kStandIdFieldKinds = 1 | 2;
 inline constexpr long kNumericFieldKinds = 2;
+inline constexpr long kNamedPlotIdFieldKinds = 1 | 2;
 
-// The value of a text that passes the numeric test ("." or "," as the
-// decimal mark); nullopt for any other text.
+// The fields a list offers for a role: those of the kinds, less the area and
+// length a geodatabase computes itself.
+std::vector<platform::Field> FieldsOffered(const std::vector<platform::Field>& fields, long kinds);
+// The field of that name (matched as FindField matches) among those offered;
+// nullopt when there is none, which counts as no field chosen.
+std::optional<platform::Field> FieldOffered(const platform::FeatureClass& featureClass, std::string_view name,
+                                            long kinds);
+
+// The value of a text that passes the numeric test: a finite number in
+// plain or exponent notation, with "." or "," as the decimal mark; nullopt
+// for any other text.
 std::optional<double> NumberOfText(std::string_view text);
 
 // The stand field, the units and the spacing, the orientation, the buffer
@@ -69,8 +81,10 @@ struct GridEntries {
 };
 PlotCheck CheckGridEntries(const GridEntries& entries);
 
-// A new output class (checks 19 to 21); data is the path taken apart.
-PlotCheck CheckNewOutput(std::string_view outputText, FClassPathData& data);
+// A new output class (checks 19 to 21); data is the path taken apart. With
+// storeMayBeMade a GeoPackage or file geodatabase that does not exist yet,
+// in a folder that does, passes: the run makes the store.
+PlotCheck CheckNewOutput(std::string_view outputText, FClassPathData& data, bool storeMayBeMade = false);
 
 // Adding to an existing point layer (checks 22 and 23).
 PlotCheck CheckExistingOutputChoice(bool layerChosen, bool plotIdFieldChosen, std::string_view layerText);

@@ -16,6 +16,7 @@
 #include "platform/field.h"
 #include "platform/workspace.h"
 #include "plot/plot_layout_parameters.h"
+#include "plot/plot_layout_references.h"
 #include "presentation/dialog_model.h"
 #include "shell/command_table.h"
 #include "shell/host_array.h"
@@ -23,8 +24,6 @@
 #include "transforms/search_types.h"
 
 namespace tarnwick {
-
-struct PlotCheckFailure;
 
 // The greys of switched-off controls.
 inline constexpr Rgb kSwitchedOffGrey{195, 195, 195};
@@ -124,6 +123,7 @@ class frmPlotLayout : public DialogModel, public PlotLayoutFormLink {
   void ShowFailure(const PlotCheckFailure& failure);
   std::optional<OutputOption> BuildOutput(const platform::FeatureLayer& standLayer);
   std::optional<AnchorOption> BuildAnchor(const platform::FeatureLayer& standLayer, const OutputOption& output);
+  TransformationChooser ChooserOfTransformations();
 
   // A listed layer as the map holds it now (with its current selection);
   // nullopt when it has left the map or can no longer be read.

@@ -14,7 +14,6 @@
 #include "support/host_operations.h"
 #include "support/path_operations.h"
 #include "support/text_operations.h"
-#include "transforms/selection_sequence.h"
 
 namespace tarnwick {
 
@@ -162,17 +161,10 @@ std::optional<OutputOption> frmPlotLayout::BuildOutput(const platform::FeatureLa
   existing.plotIdFieldName = existing.plotIdField.name;
   existing.plotIdFieldIndex = points->featureClass->FindField(existing.plotIdFieldName);
   existing.startAboveHighest = c["chkGridStartAtHighest"].value == 1;
-  PlotCheck failure = CheckStandLayerReference(standLayer);
-  if (!failure) failure = CheckPointLayerReference(*points);
-  if (failure) {
+  if (const PlotCheck failure = SettleExistingOutput(standLayer, existing, ChooserOfTransformations())) {
     ShowFailure(*failure);
     return std::nullopt;
   }
-  extension_->ChoseToSkipGeoTransformation = false;
-  const TransformationChoice choice =
-      SelectGeoTransformation(*application_, document_->FocusMap(), defaults_, standLayer, *points);
-  existing.transformation = choice.transformation;
-  existing.direction = choice.direction;
   return existing;
 }
 
@@ -200,35 +192,22 @@ std::optional<AnchorOption> frmPlotLayout::BuildAnchor(const platform::FeatureLa
   } else if (entries.option == 0) {
     entries.reference = document_->FocusMap().GetSpatialReference();
   }
-  const auto* existing = std::get_if<ExistingPlotLayer>(&output);
-  PlotCheck failure = CheckAnchorEntries(entries);
-  if (!failure) failure = CheckAnchorReference(entries.reference);
-  if (!failure && !existing) {
-    failure = CheckNewOutputReference(standLayer.name, standLayer.featureClass->GetSpatialReference());
-  }
-  if (!failure && existing) {
-    failure = CheckExistingOutputReference(existing->layer.name, existing->layer.featureClass->GetSpatialReference());
-  }
-  if (failure) {
+  AnchorOption anchor;
+  if (const PlotCheck failure =
+          SettleAnchor(entries, anchorLayer, standLayer, output, ChooserOfTransformations(), anchor)) {
     ShowFailure(*failure);
     return std::nullopt;
   }
+  return anchor;
+}
 
-  // The transformation from the anchor to the output, judged at the anchor.
-  const double x = ValueOf(entries.xText);
-  const double y = ValueOf(entries.yText);
-  const platform::Geometry point = platform::Geometry::MakePoint(x, y, entries.reference);
-  const SearchObject anchorSide =
-      anchorLayer ? SearchObject(*anchorLayer) : SearchObject(entries.reference);
-  const SearchObject outputSide = existing ? SearchObject(existing->layer) : SearchObject(standLayer);
-  extension_->ChoseToSkipGeoTransformation = false;
-  const TransformationChoice choice =
-      SelectGeoTransformation(*application_, document_->FocusMap(), defaults_, anchorSide, outputSide, &point);
-  if (anchorLayer) {
-    return LayerAnchor{*anchorLayer,   entries.layerOptionCaption, x, y, entries.reference, choice.transformation,
-                       choice.direction};
-  }
-  return ClickedAnchor{x, y, entries.reference, choice.transformation, choice.direction};
+// Each transformation is settled by the Selection sequence, which may ask
+// the user, after the choice to skip one has been forgotten.
+TransformationChooser frmPlotLayout::ChooserOfTransformations() {
+  return [this](const SearchObject& from, const SearchObject& to, const platform::Geometry* at) {
+    extension_->ChoseToSkipGeoTransformation = false;
+    return SelectGeoTransformation(*application_, document_->FocusMap(), defaults_, from, to, at);
+  };
 }
 
 // Before anything is stored or written: a stand the run could not use is

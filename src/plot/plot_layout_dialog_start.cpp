@@ -24,11 +24,6 @@ constexpr long kPointLayers = 8;
 constexpr long kPolygonLayers = 32;
 constexpr const char* kSelectField = "<-- Select Field -->";
 
-// Fields that the stores compute themselves are not offered.
-bool IsShapeMeasure(const platform::Field& field) {
-  return EqualsIgnoreCase(field.name, "Shape_Area") || EqualsIgnoreCase(field.name, "Shape_Length");
-}
-
 bool InHistory(clsExtension& extension, FieldHistory history, const platform::Field& field) {
   return NameInHistory(extension, history, field.name) ||
          (!field.alias.empty() && NameInHistory(extension, history, field.alias));
@@ -262,8 +257,7 @@ void frmPlotLayout::lbxPolygons_Click() {
   int yStart = 0;
   int countStart = 0;
   int orientationStart = 0;
-  for (const auto& field : ReturnFieldsByType(featureClass.Fields(), kStandIdFieldKinds)) {
-    if (IsShapeMeasure(field)) continue;
+  for (const auto& field : FieldsOffered(featureClass.Fields(), kStandIdFieldKinds)) {
     standList.entries.push_back(field.name);
     standFields_.push_back(field);
     if (InHistory(ext, FieldHistory::StandID, field)) standStart = static_cast<int>(standFields_.size()) - 1;
@@ -302,8 +296,7 @@ void frmPlotLayout::cbxExistingPointLayer_Click() {
   int start = 0;
   if (index >= 0 && index < static_cast<int>(pointLayers_.size())) {
     const platform::FeatureLayer& layer = pointLayers_[static_cast<std::size_t>(index)];
-    for (const auto& field : ReturnFieldsByType(layer.featureClass->Fields(), kNumericFieldKinds)) {
-      if (IsShapeMeasure(field)) continue;
+    for (const auto& field : FieldsOffered(layer.featureClass->Fields(), kNumericFieldKinds)) {
       idFields.entries.push_back(field.name);
       existingIdFields_.push_back(field);
       if (InHistory(*extension_, FieldHistory::ExistingID, field)) start = static_cast<int>(existingIdFields_.size());
