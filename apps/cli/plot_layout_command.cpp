@@ -1,6 +1,8 @@
-// tarnwick plot-layout: lays plot points over stand polygons, after the checks
-// the Plot Layout dialog makes, and prints the run's report.
-#include <algorithm>
+// tarnwick plot-layout: lays plot points over stand polygons and prints the
+// run's report. The flags are mapped onto the run's request, which goes
+// through the Plot Layout dialog's checks; a failed check is told with the
+// dialog's head and body, and exit 2.
+#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -8,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "argument_checks.h"
@@ -16,13 +19,12 @@
 #include "platform/dataset_files.h"
 #include "platform/errors.h"
 #include "platform/host/interrupt_signals.h"
+#include "plot/plot_layout_references.h"
 #include "plot/plot_run.h"
 #include "presentation/rtf_text.h"
-#include "support/lookups.h"
 #include "support/protected_paths.h"
 #include "support/text_operations.h"
 #include "transform_option.h"
-#include "transforms/transform_search.h"
 
 namespace tarnwick::cli {
 
@@ -60,23 +62,26 @@ struct PlotLayoutOptions {
   TransformOption transform;
 };
 
+// A failed check: the dialog's head, its body, and where the command line
+// needs it, which flag to change.
+void Require(const PlotCheck& failure, const std::string& hint = "") {
+  if (!failure) return;
+  std::string message = failure->head + "\n" + failure->body;
+  if (!hint.empty()) message += "\n" + hint;
+  throw UsageError(message);
+}
+
 void RequireShape(const platform::FeatureLayer& layer, platform::GeometryType type, const char* what) {
   if (layer.featureClass->ShapeType() != type) {
     throw UsageError("The layer '" + layer.name + "' is not a " + what + " layer.");
   }
 }
 
-// The field's index in the layer's class, refused unless it is of a kind the
-// dialog offers for that role.
-int RequireField(const platform::FeatureLayer& layer, const std::string& name, const char* role, bool numericOnly) {
-  const int index = layer.featureClass->FindField(name);
-  if (index < 0) throw UsageError("The layer '" + layer.name + "' has no field '" + name + "' (" + role + ").");
-  const platform::FieldType type = layer.featureClass->Fields().at(static_cast<size_t>(index)).type;
-  if (!(FieldIsNumeric(type) || (!numericOnly && FieldIsString(type)))) {
-    throw UsageError("The field '" + name + "' cannot serve as " + role + ": it must be " +
-                     (numericOnly ? "numeric." : "a text or numeric field."));
-  }
-  return index;
+// What to change when a flag names no field the role can take.
+std::string FieldHint(const char* option, const std::string& name, const platform::FeatureLayer& layer, long kinds) {
+  if (name.empty()) return std::string("Name the field with ") + option + ".";
+  return std::string(option) + " '" + name + "': the layer '" + layer.name + "' has no " +
+         (kinds == kNumericFieldKinds ? "numeric" : "text or numeric") + " field of that name.";
 }
 
 std::string UnitsText(const std::string& text, const char* what) {
@@ -85,26 +90,6 @@ std::string UnitsText(const std::string& text, const char* what) {
     if (EqualsIgnoreCase(text, units)) return units;
   }
   throw UsageError("Invalid " + std::string(what) + " '" + text + "': feet, meters or chains.");
-}
-
-SpacingRatio ParseRatio(const std::string& text) {
-  if (text == "1:1") return SpacingRatio::Of(SpacingRatioOption::Square);
-  if (text == "1:2") return SpacingRatio::Of(SpacingRatioOption::OneToTwo);
-  if (text == "1:2.5") return SpacingRatio::Of(SpacingRatioOption::OneToTwoPointFive);
-  const auto [xValue, yValue] = NumberPairArgument("--ratio", text, ':', "the X-value of the ratio",
-                                                   "the Y-value of the ratio");
-  if (xValue == 0) throw UsageError("Invalid Value for X-Value of User-Defined Ratio!\n\nPlease specify a non-zero X-value for the X/Y ratio...");
-  if (yValue == 0) throw UsageError("Invalid Value for Y-Value of User-Defined Ratio!\n\nPlease specify a non-zero Y-value for the X/Y ratio...");
-  NumberLimits limits;
-  limits.low = 0;
-  limits.lowIncluded = false;
-  limits.high = kLargestRatio;
-  for (const auto& [value, what] : {std::pair{xValue, "the X-value"}, std::pair{yValue, "the Y-value"}}) {
-    if (const std::string problem = NumberProblem(value, limits); !problem.empty()) {
-      throw UsageError("--ratio '" + text + "': " + what + " of the ratio " + problem);
-    }
-  }
-  return SpacingRatio::Of(SpacingRatioOption::UserDefined, xValue, yValue);
 }
 
 // Distances: finite and no larger than the earth could need.
@@ -116,150 +101,209 @@ NumberLimits Distances(bool positive) {
   return limits;
 }
 
-SpacingOption BuildSpacing(const PlotLayoutOptions& o, const platform::FeatureLayer& stands, long maxPlots) {
+// The pair of texts a flag holds as "A<separator>B" (checked to be numbers).
+std::pair<std::string, std::string> Parts(const std::string& text, char separator) {
+  return SplitPair(text, separator).value_or(std::pair<std::string, std::string>{text, ""});
+}
+
+// The stand field, units, spacing, orientation, buffer and first number. The
+// numbers are read first, a bad one named by its flag; then the dialog's
+// checks see the flags' texts as its boxes would hold them.
+void BuildGrid(const PlotLayoutOptions& o, const platform::FeatureLayer& stands, long maxPlots,
+               PlotLayoutParameters& p) {
   const int chosen = (o.plots ? 1 : 0) + (o.plotsField.empty() ? 0 : 1) + (o.spacing.empty() ? 0 : 1) +
                      (o.spacingFields.empty() ? 0 : 1);
   if (chosen != 1) {
     throw UsageError("Give exactly one of --plots, --plots-field, --spacing and --spacing-fields.");
   }
-  const auto& fields = stands.featureClass->Fields();
+  if (o.orientation && !o.orientationField.empty()) {
+    throw UsageError("Give --orientation or --orientation-field, not both.");
+  }
+  if (o.start && o.startAboveHighest) throw UsageError("Give --start or --start-above-highest, not both.");
+  const platform::FeatureClass& standClass = *stands.featureClass;
+
+  GridEntries grid;
+  grid.unitsText = UnitsText(o.units, "units");
+  grid.plotsOption = o.plots ? 0 : !o.plotsField.empty() ? 1 : !o.spacing.empty() ? 2 : 3;
+  long plotsPerStand = 0;
   if (o.plots) {
-    return PlotsPerPolygon{WholeNumberArgument("--plots", *o.plots, "the number of plots per stand", 0, maxPlots),
-                           ParseRatio(o.ratio)};
+    plotsPerStand = WholeNumberArgument("--plots", *o.plots, "the number of plots per stand", 0, maxPlots);
+    grid.numPlotsText = *o.plots;
   }
-  if (!o.plotsField.empty()) {
-    const int index = RequireField(stands, o.plotsField, "plot count", true);
-    return PlotsFromField{index, fields.at(static_cast<size_t>(index)), ParseRatio(o.ratio)};
+  const std::array<std::string, 3> fixedRatios = {"1:1", "1:2", "1:2.5"};
+  grid.ratioOption = 3;
+  for (std::size_t i = 0; i < fixedRatios.size(); ++i) {
+    if (o.ratio == fixedRatios[i]) grid.ratioOption = static_cast<int>(i);
   }
-  if (o.units.empty()) {
-    throw UsageError("No Units Specified!\n\nPlease specify the units you wish to use for grid spacing... (--units)");
+  std::pair<double, double> ratio;
+  if (grid.plotsOption <= 1 && grid.ratioOption == 3) {
+    ratio = NumberPairArgument("--ratio", o.ratio, ':', "the X-value of the ratio", "the Y-value of the ratio");
+    std::tie(grid.xRatioText, grid.yRatioText) = Parts(o.ratio, ':');
   }
+  std::pair<double, double> spacing;
   if (!o.spacing.empty()) {
-    const auto [x, y] =
-        NumberPairArgument("--spacing", o.spacing, ',', "the X spacing", "the Y spacing", Distances(true));
-    return ManualSpacing{x, y};
+    spacing = NumberPairArgument("--spacing", o.spacing, ',', "the X spacing", "the Y spacing", Distances(true));
+    std::tie(grid.xSpacingText, grid.ySpacingText) = Parts(o.spacing, ',');
   }
-  const auto names = SplitPair(o.spacingFields, ',');
-  if (!names) throw UsageError("--spacing-fields '" + o.spacingFields + "': two field names XF,YF are expected");
-  const auto& [xName, yName] = *names;
-  const int x = RequireField(stands, xName, "X spacing", true);
-  const int y = RequireField(stands, yName, "Y spacing", true);
-  return SpacingFromFields{x, fields.at(static_cast<size_t>(x)), y, fields.at(static_cast<size_t>(y))};
+  grid.orientationText = o.orientation.value_or("0");
+  const double orientation =
+      NumberArgument("--orientation", grid.orientationText, "the orientation", OrientationLimits());
+  grid.bufferText = o.buffer;
+  const double buffer = NumberArgument("--buffer", o.buffer, "the buffer distance", Distances(false));
+  grid.bufferUnitsText = UnitsText(o.bufferUnits, "buffer units");
+  grid.startAboveHighest = o.startAboveHighest;
+  if (!o.startAboveHighest) grid.startNumberText = o.start.value_or("1");
+  const long firstPlotNumber = o.start ? WholeNumberArgument("--start", *o.start, "the first plot number",
+                                                             -kLargestPlotNumber, kLargestPlotNumber)
+                                       : (o.startAboveHighest ? 0 : 1);
+
+  const auto standField = FieldOffered(standClass, o.standId, kStandIdFieldKinds);
+  const auto plotsField = FieldOffered(standClass, o.plotsField, kNumericFieldKinds);
+  const auto [xName, yName] = Parts(o.spacingFields, ',');
+  const auto xField = FieldOffered(standClass, xName, kNumericFieldKinds);
+  const auto yField = FieldOffered(standClass, yName, kNumericFieldKinds);
+  const auto orientationField = FieldOffered(standClass, o.orientationField, kNumericFieldKinds);
+  grid.standFieldChosen = standField.has_value();
+  grid.plotsFieldChosen = plotsField.has_value();
+  grid.xSpacingFieldChosen = xField.has_value();
+  grid.ySpacingFieldChosen = yField.has_value();
+  grid.orientationFromField = !o.orientationField.empty();
+  grid.orientationFieldChosen = orientationField.has_value();
+  const PlotCheck failure = CheckGridEntries(grid);
+  std::string hint;
+  switch (failure ? failure->number : 0) {
+    case 1: hint = FieldHint("--stand-id", o.standId, stands, kStandIdFieldKinds); break;
+    case 2: hint = "Give them with --units."; break;
+    case 10: hint = FieldHint("--plots-field", o.plotsField, stands, kNumericFieldKinds); break;
+    case 13: hint = FieldHint("--spacing-fields", xName, stands, kNumericFieldKinds); break;
+    case 14: hint = FieldHint("--spacing-fields", yName, stands, kNumericFieldKinds); break;
+    case 15: hint = FieldHint("--orientation-field", o.orientationField, stands, kNumericFieldKinds); break;
+    default: break;
+  }
+  Require(failure, hint);
+
+  auto indexOf = [&](const platform::Field& field) { return standClass.FindField(field.name); };
+  p.stands.standIdField = *standField;
+  p.stands.standIdFieldIndex = indexOf(*standField);
+  p.units = grid.unitsText;
+  SpacingRatio spacingRatio = SpacingRatio::Of(static_cast<SpacingRatioOption>(grid.ratioOption));
+  if (grid.plotsOption <= 1 && grid.ratioOption == 3) {
+    NumberLimits limits;
+    limits.low = 0;
+    limits.lowIncluded = false;
+    limits.high = kLargestRatio;
+    for (const auto& [value, what] : {std::pair{ratio.first, "the X-value"}, std::pair{ratio.second, "the Y-value"}}) {
+      if (const std::string problem = NumberProblem(value, limits); !problem.empty()) {
+        throw UsageError("--ratio '" + o.ratio + "': " + what + " of the ratio " + problem);
+      }
+    }
+    spacingRatio = SpacingRatio::Of(SpacingRatioOption::UserDefined, ratio.first, ratio.second);
+  }
+  switch (grid.plotsOption) {
+    case 0: p.spacing = PlotsPerPolygon{plotsPerStand, spacingRatio}; break;
+    case 1: p.spacing = PlotsFromField{indexOf(*plotsField), *plotsField, spacingRatio}; break;
+    case 2: p.spacing = ManualSpacing{spacing.first, spacing.second}; break;
+    default: p.spacing = SpacingFromFields{indexOf(*xField), *xField, indexOf(*yField), *yField}; break;
+  }
+  if (orientationField) {
+    p.orientation = OrientationFromField{indexOf(*orientationField), *orientationField};
+  } else {
+    p.orientation = ConstantOrientation{orientation};
+  }
+  p.buffer = {buffer, grid.bufferUnitsText};
+  p.firstPlotNumber = firstPlotNumber;
 }
 
-// The transformation the --transform option settles on between the two
-// sides, with its direction; none when none is needed or known.
-std::optional<platform::GeoTransformation> FindTransformation(TransformOption& option, CommandContext& context,
-                                                              const SearchObject& from, const SearchObject& to,
-                                                              platform::TransformDirection& direction,
-                                                              const platform::Geometry* at) {
-  const ResolvedTransform resolved = option.Resolve(context, from, to, at);
-  direction = resolved.direction;
-  return resolved.transformation;
+// Each transformation as the --transform option settles it.
+TransformationChooser ChooserOf(TransformOption& option, CommandContext& context) {
+  return [&option, &context](const SearchObject& from, const SearchObject& to, const platform::Geometry* at) {
+    const ResolvedTransform resolved = option.Resolve(context, from, to, at);
+    TransformationChoice choice;
+    choice.transformation = resolved.transformation;
+    choice.direction = resolved.direction;
+    choice.needed = resolved.needed;
+    return choice;
+  };
 }
 
-OutputOption BuildNewOutput(const PlotLayoutOptions& o, CommandContext& context, const platform::FeatureLayer& stands) {
+OutputOption BuildNewOutput(const PlotLayoutOptions& o, CommandContext& context,
+                            const platform::FeatureLayer& stands) {
   const platform::ClassPath path = platform::SplitClassPath(o.out);
   if (path.name.empty()) throw UsageError("The output '" + o.out + "' names no feature class.");
-  const std::filesystem::path workspace(path.workspace);
-  std::error_code ec;
-  const auto kind = platform::Workspace::KindOfPath(path.workspace);
-  const std::filesystem::path folder =
-      kind == platform::WorkspaceKind::ShapefileFolder ? workspace : workspace.parent_path();
-  if (!folder.empty() && !std::filesystem::is_directory(folder, ec)) {
-    throw UsageError("Specified Directory does not exist!\n\n--> Directory = '" + folder.string() + "'");
-  }
   const auto standsWorkspace = stands.featureClass->GetWorkspace()->PathName();
   if (IsSameClass(path.workspace, path.name, standsWorkspace, stands.featureClass->Name())) {
     throw UsageError("--out '" + o.out + "' is the stand layer '" + stands.name +
                      "', which this run reads; choose another output. Nothing was changed.");
   }
-  // A store that does not exist yet is made by the run itself.
-  if (std::filesystem::exists(path.workspace, ec)) {
-    try {
-      auto store = platform::Workspace::Open(path.workspace);
-      if (store->NameExists(path.name) && !context.overwrite) {
-        throw UsageError("The feature class '" + path.name + "' already exists in '" + path.workspace +
-                         "'; pass --overwrite to replace it.");
-      }
-    } catch (const platform::PlatformError& e) {
-      throw UsageError(e.what());
-    }
-  }
+  // Only --overwrite lets the run replace a class of that name.
+  FClassPathData data;
+  const bool shapefile = platform::Workspace::KindOfPath(path.workspace) == platform::WorkspaceKind::ShapefileFolder;
+  const PlotCheck failure =
+      CheckNewOutput(path.workspace + "/" + path.name + (shapefile ? ".shp" : ""), data, OutputPathReading::CommandLine);
+  const bool replaced = failure && failure->number == 21 && context.overwrite;
+  if (!replaced) Require(failure, failure && failure->number == 21 ? "Pass --overwrite to replace it." : "");
   return NewPlotClass{o.out, path.workspace, path.name};
 }
 
 OutputOption BuildExistingOutput(PlotLayoutOptions& o, CommandContext& context,
                                  const platform::FeatureLayer& stands) {
-  if (o.plotIdField.empty()) throw UsageError("--into needs --plot-id-field.");
   ExistingPlotLayer existing;
   existing.layer = OpenLayer(o.into);
   RequireShape(existing.layer, platform::GeometryType::Point, "point");
-  RequireSpatialReference(existing.layer);
-  existing.plotIdFieldIndex = RequireField(existing.layer, o.plotIdField, "plot ID", false);
-  existing.plotIdField = existing.layer.featureClass->Fields().at(static_cast<size_t>(existing.plotIdFieldIndex));
-  existing.plotIdFieldName = existing.plotIdField.name;
+  const auto field = FieldOffered(*existing.layer.featureClass, o.plotIdField, kNamedPlotIdFieldKinds);
+  Require(CheckExistingOutputChoice(true, field.has_value(), existing.layer.name),
+          FieldHint("--plot-id-field", o.plotIdField, existing.layer, kNamedPlotIdFieldKinds));
+  existing.plotIdField = *field;
+  existing.plotIdFieldName = field->name;
+  existing.plotIdFieldIndex = existing.layer.featureClass->FindField(field->name);
   existing.startAboveHighest = o.startAboveHighest;
-  existing.transformation =
-      FindTransformation(o.transform, context, stands, existing.layer, existing.direction, nullptr);
+  Require(SettleExistingOutput(stands, existing, ChooserOf(o.transform, context)));
   return existing;
 }
 
 AnchorOption BuildAnchor(PlotLayoutOptions& o, CommandContext& context, const platform::FeatureLayer& stands,
-                         const SearchObject& outputSide) {
+                         const OutputOption& output) {
   if (!o.anchor.empty() && !o.anchorLayer.empty()) throw UsageError("Give --anchor or --anchor-layer, not both.");
+  if (o.anchor.empty() && o.anchorLayer.empty()) return NoAnchor{};
+
+  AnchorEntries entries;
+  std::optional<platform::FeatureLayer> anchorLayer;
   if (!o.anchor.empty()) {
-    ClickedAnchor anchor;
     NumberLimits coordinates;
     coordinates.low = -kLargestCoordinate;
     coordinates.high = kLargestCoordinate;
-    std::tie(anchor.x, anchor.y) = NumberPairArgument("--anchor", o.anchor, ',', "the anchor's X-coordinate",
-                                                      "the anchor's Y-coordinate", coordinates);
+    NumberPairArgument("--anchor", o.anchor, ',', "the anchor's X-coordinate", "the anchor's Y-coordinate",
+                       coordinates);
+    std::tie(entries.xText, entries.yText) = Parts(o.anchor, ',');
     try {
-      anchor.spatialReference = o.anchorCrs.empty() ? stands.featureClass->GetSpatialReference()
-                                                     : platform::SpatialReference::FromUserInput(o.anchorCrs);
+      entries.reference = o.anchorCrs.empty() ? stands.featureClass->GetSpatialReference()
+                                              : platform::SpatialReference::FromUserInput(o.anchorCrs);
     } catch (const platform::PlatformError& e) {
       throw UsageError(e.what());
     }
-    if (anchor.spatialReference.IsUnknown()) {
-      throw UsageError("Unknown Coordinate System for Anchor Point!\n\nPlease give the anchor's coordinate system (--anchor-crs).");
-    }
-    const platform::Geometry point = platform::Geometry::MakePoint(anchor.x, anchor.y, anchor.spatialReference);
-    anchor.transformation =
-        FindTransformation(o.transform, context, anchor.spatialReference, outputSide, anchor.direction, &point);
-    return anchor;
-  }
-  if (o.anchorLayer.empty()) return NoAnchor{};
-
-  LayerAnchor anchor;
-  anchor.layer = OpenLayer(o.anchorLayer);
-  RequireShape(anchor.layer, platform::GeometryType::Point, "point");
-  RequireSpatialReference(anchor.layer);
-  std::unique_ptr<platform::FeatureCursor> cursor;
-  if (o.anchorSelected) {
-    try {
-      anchor.layer.selection = anchor.layer.featureClass->Select(*o.anchorSelected);
-    } catch (const platform::PlatformError& e) {
-      throw UsageError(e.what());
-    }
-    if (anchor.layer.selection.empty()) throw UsageError("The filter --anchor-selected selects no anchor point.");
-    cursor = anchor.layer.featureClass->SearchOids({anchor.layer.selection.front()});
-    anchor.caption = "Use First Selected Point";
   } else {
-    cursor = anchor.layer.featureClass->Search();
-    anchor.caption = "Use First Point";
+    anchorLayer = OpenLayer(o.anchorLayer);
+    RequireShape(*anchorLayer, platform::GeometryType::Point, "point");
+    if (o.anchorSelected) {
+      try {
+        anchorLayer->selection = anchorLayer->featureClass->Select(*o.anchorSelected);
+      } catch (const platform::PlatformError& e) {
+        throw UsageError(e.what());
+      }
+      if (anchorLayer->selection.empty()) throw UsageError("The filter --anchor-selected selects no anchor point.");
+    }
+    const AnchorPointReading reading = ReadAnchorPoint(*anchorLayer);
+    entries.option = 1;
+    entries.layerChosen = true;
+    entries.layerText = anchorLayer->name;
+    entries.layerOptionCaption = reading.caption;
+    entries.xText = reading.xText;
+    entries.yText = reading.yText;
+    entries.reference = anchorLayer->featureClass->GetSpatialReference();
   }
-  const auto first = cursor->NextFeature();
-  if (!first || first->shape.IsEmpty()) {
-    throw UsageError("Invalid X-Coordinate for Anchor Point!\n\nIt is possible that the first point in '" +
-                     anchor.layer.name + "' is an empty point.  Please select a valid point to use as your anchor point...");
-  }
-  const platform::XY xy = first->shape.PointXY();
-  anchor.x = xy.x;
-  anchor.y = xy.y;
-  anchor.spatialReference = anchor.layer.featureClass->GetSpatialReference();
-  const platform::Geometry point = platform::Geometry::MakePoint(anchor.x, anchor.y, anchor.spatialReference);
-  anchor.transformation = FindTransformation(o.transform, context, anchor.layer, outputSide, anchor.direction, &point);
+  AnchorOption anchor;
+  const PlotCheck failure = SettleAnchor(entries, anchorLayer, stands, output, ChooserOf(o.transform, context), anchor);
+  Require(failure, failure && failure->number == 32 ? "Give the anchor's coordinate system with --anchor-crs." : "");
   return anchor;
 }
 
@@ -297,10 +341,8 @@ int RunPlotLayout(PlotLayoutOptions& o, CommandContext& context) {
   // Stands.
   const platform::FeatureLayer stands = OpenLayer(o.stands);
   RequireShape(stands, platform::GeometryType::Polygon, "polygon");
-  RequireSpatialReference(stands);
+  Require(CheckStandLayerReference(stands));
   parameters.stands.layer = stands;
-  parameters.stands.standIdFieldIndex = RequireField(stands, o.standId, "Stand ID", false);
-  parameters.stands.standIdField = stands.featureClass->Fields().at(static_cast<size_t>(parameters.stands.standIdFieldIndex));
   parameters.stands.doAllStands = !o.selected.has_value();
   if (o.selected) {
     try {
@@ -313,31 +355,11 @@ int RunPlotLayout(PlotLayoutOptions& o, CommandContext& context) {
     }
   }
 
-  // Units, spacing, orientation, buffer, first number.
-  parameters.units = UnitsText(o.units, "units");
-  parameters.spacing = BuildSpacing(o, stands, runOptions.maxPlots);
-  if (o.orientation && !o.orientationField.empty()) {
-    throw UsageError("Give --orientation or --orientation-field, not both.");
-  }
-  if (!o.orientationField.empty()) {
-    const int index = RequireField(stands, o.orientationField, "orientation", true);
-    parameters.orientation = OrientationFromField{index, stands.featureClass->Fields().at(static_cast<size_t>(index))};
-  } else {
-    parameters.orientation =
-        ConstantOrientation{o.orientation ? NumberArgument("--orientation", *o.orientation, "the orientation",
-                                                           OrientationLimits())
-                                          : 0};
-  }
-  parameters.buffer = {NumberArgument("--buffer", o.buffer, "the buffer distance", Distances(false)),
-                       UnitsText(o.bufferUnits, "buffer units")};
-  if (o.start && o.startAboveHighest) throw UsageError("Give --start or --start-above-highest, not both.");
-  parameters.firstPlotNumber = o.start ? WholeNumberArgument("--start", *o.start, "the first plot number",
-                                                             -kLargestPlotNumber, kLargestPlotNumber)
-                                       : (o.startAboveHighest ? 0 : 1);
+  // Stand field, units, spacing, orientation, buffer, first number.
+  BuildGrid(o, stands, runOptions.maxPlots, parameters);
 
   // Output, and what the run must not write over.
   if (o.out.empty() == o.into.empty()) throw UsageError("Give exactly one of --out and --into.");
-  SearchObject outputSide = stands;
   std::vector<std::string> datasets;
   AddDatasetFiles(stands, datasets);
   std::string outputDataset;
@@ -350,12 +372,11 @@ int RunPlotLayout(PlotLayoutOptions& o, CommandContext& context) {
   } else {
     parameters.output = BuildExistingOutput(o, context, stands);
     const auto& layer = std::get<ExistingPlotLayer>(parameters.output).layer;
-    outputSide = layer;
     outputDataset = platform::DatasetPath(*layer.featureClass);
     AddDatasetFiles(layer, datasets);
   }
   const platform::DatasetLock lock = LockForRun(outputDataset);
-  parameters.anchor = BuildAnchor(o, context, stands, outputSide);
+  parameters.anchor = BuildAnchor(o, context, stands, parameters.output);
   if (const auto* anchor = std::get_if<LayerAnchor>(&parameters.anchor)) AddDatasetFiles(anchor->layer, datasets);
   CheckPlotCount(parameters, runOptions.maxPlots);
 

@@ -196,14 +196,20 @@ PlotCheck CheckGridEntries(const GridEntries& e) {
   return std::nullopt;
 }
 
-PlotCheck CheckNewOutput(std::string_view outputText, FClassPathData& data, bool storeMayBeMade) {
+PlotCheck CheckNewOutput(std::string_view outputText, FClassPathData& data, OutputPathReading reading) {
   data = ConvertFClassPathToWSData(outputText);
-  if (storeMayBeMade && !data.directoryExists && data.errorText.empty()) {
-    const std::filesystem::path store(data.directory);
-    const std::string ending = ToLowerAscii(store.extension().string());
-    const std::filesystem::path folder = store.has_parent_path() ? store.parent_path() : ".";
+  if (reading == OutputPathReading::CommandLine && data.errorText.empty()) {
+    namespace fs = std::filesystem;
     std::error_code error;
-    if ((ending == ".gpkg" || ending == ".gdb") && std::filesystem::is_directory(folder, error)) return std::nullopt;
+    const fs::path directory(data.directory);
+    const std::string ending = ToLowerAscii(directory.extension().string());
+    const fs::path folder = directory.has_parent_path() ? directory.parent_path() : ".";
+    if (!data.directoryExists && (ending == ".gpkg" || ending == ".gdb") && fs::is_directory(folder, error)) {
+      return std::nullopt;
+    }
+    if (data.datasetExists && data.workspace && data.workspace->Kind() == platform::WorkspaceKind::ShapefileFolder) {
+      data.datasetExists = data.workspace->NameExists(fs::path(data.name).stem().string());
+    }
   }
   const std::string retry = "Please specify a new filename for the Stand Points feature class...";
   if (!data.errorText.empty()) return Failure(19, "Failed to check workspace!", data.errorText, "txtOutput");
@@ -338,6 +344,13 @@ AnchorPointReading ReadAnchorPoint(const platform::FeatureLayer& layer) {
   }
   const auto first = cursor->NextFeature();
   if (first && !first->shape.IsEmpty()) reading.point = first->shape.PointXY();
+  if (reading.point) {
+    const bool geographic = layer.featureClass->GetSpatialReference().IsGeographic();
+    reading.xText = AnchorCoordinateText(reading.point->x, geographic);
+    reading.yText = AnchorCoordinateText(reading.point->y, geographic);
+  } else {
+    reading.xText = reading.yText = "<-- Empty Point -->";
+  }
   return reading;
 }
 

@@ -81,10 +81,14 @@ struct GridEntries {
 };
 PlotCheck CheckGridEntries(const GridEntries& entries);
 
-// A new output class (checks 19 to 21); data is the path taken apart. With
-// storeMayBeMade a GeoPackage or file geodatabase that does not exist yet,
-// in a folder that does, passes: the run makes the store.
-PlotCheck CheckNewOutput(std::string_view outputText, FClassPathData& data, bool storeMayBeMade = false);
+// A new output class (checks 19 to 21); data is the path taken apart. The
+// command line reads the path more narrowly than the dialog: a GeoPackage or
+// file geodatabase that does not exist yet, in a folder that does, passes
+// (the run makes the store), and a shapefile exists only when the folder
+// named holds it (the dialog also refuses one in a folder below).
+enum class OutputPathReading { Dialog, CommandLine };
+PlotCheck CheckNewOutput(std::string_view outputText, FClassPathData& data,
+                         OutputPathReading reading = OutputPathReading::Dialog);
 
 // Adding to an existing point layer (checks 22 and 23).
 PlotCheck CheckExistingOutputChoice(bool layerChosen, bool plotIdFieldChosen, std::string_view layerText);
@@ -122,6 +126,9 @@ PlotCheckFailure LayerGoneFailure(std::string_view layerName, std::string_view c
 struct AnchorPointReading {
   std::string caption;  // "Use first selected point in" or "Use first point in"
   std::optional<platform::XY> point;  // nullopt for an empty point or an empty layer
+  // What the anchor boxes show: the coordinates, or "<-- Empty Point -->".
+  std::string xText;
+  std::string yText;
 };
 AnchorPointReading ReadAnchorPoint(const platform::FeatureLayer& layer);
 

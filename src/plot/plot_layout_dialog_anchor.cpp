@@ -90,14 +90,8 @@ void frmPlotLayout::cbxAnchorLayer_Click() {
   const platform::FeatureLayer layer = LayerInMap(listed).value_or(listed);
   const AnchorPointReading reading = ReadAnchorPoint(layer);
   (*this)["lblAnchorLayerOption"].caption = reading.caption;
-  if (!reading.point) {
-    SetText("txtAnchorX", "<-- Empty Point -->");
-    SetText("txtAnchorY", "<-- Empty Point -->");
-  } else {
-    const bool geographic = layer.featureClass->GetSpatialReference().IsGeographic();
-    SetText("txtAnchorX", AnchorCoordinateText(reading.point->x, geographic));
-    SetText("txtAnchorY", AnchorCoordinateText(reading.point->y, geographic));
-  }
+  SetText("txtAnchorX", reading.xText);
+  SetText("txtAnchorY", reading.yText);
   CheckEnable();
 }
 
