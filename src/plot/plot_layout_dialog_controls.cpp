@@ -88,72 +88,72 @@ void frmPlotLayout::AddControls() {
   label("lblRatio2", {5445, 3615, 555, kLabelHeight}, "to Y =");
   add("txtYRatio", K::TextBox, {6045, 3570, 900, kTextHeight});
   label("lblRatio3", {7020, 3615, kRight - 7020, kLabelHeight}, "units");
-  label("lblXSpacing", BesideBox(kLeft, 3960, kCaptionWidth), "X-Spacing (East-West)");
-  add("txtXSpacing", K::TextBox, {kFieldLeft, 3960, kSpacingWidth, kTextHeight});
-  add("cbxXSpacing", K::ComboBox, {kFieldLeft, 3960, kSpacingWidth, kComboHeight});
-  label("lblXUnits", BesideBox(6000, 3960, 1500), "");
-  label("lblYSpacing", BesideBox(kLeft, 4350, kCaptionWidth), "Y-Spacing (North-South)");
-  add("txtYSpacing", K::TextBox, {kFieldLeft, 4350, kSpacingWidth, kTextHeight});
-  add("cbxYSpacing", K::ComboBox, {kFieldLeft, 4350, kSpacingWidth, kComboHeight});
-  label("lblYUnits", BesideBox(6000, 4350, 1500), "");
+  label("lblXSpacing", BesideBox(kLeft, 3570, kCaptionWidth), "X-Spacing (East-West)");
+  add("txtXSpacing", K::TextBox, {kFieldLeft, 3570, kSpacingWidth, kTextHeight});
+  add("cbxXSpacing", K::ComboBox, {kFieldLeft, 3570, kSpacingWidth, kComboHeight});
+  label("lblXUnits", BesideBox(6000, 3570, 1500), "");
+  label("lblYSpacing", BesideBox(kLeft, 3960, kCaptionWidth), "Y-Spacing (North-South)");
+  add("txtYSpacing", K::TextBox, {kFieldLeft, 3960, kSpacingWidth, kTextHeight});
+  add("cbxYSpacing", K::ComboBox, {kFieldLeft, 3960, kSpacingWidth, kComboHeight});
+  label("lblYUnits", BesideBox(6000, 3960, 1500), "");
 
   // Orientation.
-  label("lblGridOrientation", {kHeadLeft, 4740, 3000, kHeadHeight}, "Grid Orientation");
-  image("optOrientFieldOn", {kLeft, 5040, 255, 255}, "RadioOn");
-  image("optOrientFieldOff", {kLeft, 5100, 255, 255}, "RadioOff");
-  label("lblOrientField", BesideBox(540, 5010, 2800), "Value from Stand Attribute");
-  image("optOrientEnterOn", {3960, 5040, 255, 255}, "RadioOn");
-  image("optOrientEnterOff", {3960, 5100, 255, 255}, "RadioOff");
-  label("lblOrientConstant", BesideBox(4260, 5010, 2800), "Enter Constant Value");
-  label("lblGridValue", BesideBox(kLeft, 5400, kCaptionWidth), "Orientation (CW from North)");
-  add("txtGridOrientation", K::TextBox, {kFieldLeft, 5400, kSpacingWidth, kTextHeight});
-  add("cbxOrientationField", K::ComboBox, {kFieldLeft, 5460, 3000, kComboHeight});
-  label("lblDegrees", BesideBox(6000, 5400, 1500), "Degrees (0 - 360)");
+  label("lblGridOrientation", {kHeadLeft, 4350, 3000, kHeadHeight}, "Grid Orientation");
+  image("optOrientFieldOn", {kLeft, 4650, 255, 255}, "RadioOn");
+  image("optOrientFieldOff", {kLeft, 4710, 255, 255}, "RadioOff");
+  label("lblOrientField", BesideBox(540, 4620, 2800), "Value from Stand Attribute");
+  image("optOrientEnterOn", {3960, 4650, 255, 255}, "RadioOn");
+  image("optOrientEnterOff", {3960, 4710, 255, 255}, "RadioOff");
+  label("lblOrientConstant", BesideBox(4260, 4620, 2800), "Enter Constant Value");
+  label("lblGridValue", BesideBox(kLeft, 5010, kCaptionWidth), "Orientation (CW from North)");
+  add("txtGridOrientation", K::TextBox, {kFieldLeft, 5010, kSpacingWidth, kTextHeight});
+  add("cbxOrientationField", K::ComboBox, {kFieldLeft, 5070, 3000, kComboHeight});
+  label("lblDegrees", BesideBox(6000, 5010, 1500), "Degrees (0 - 360)");
 
   // Buffer and first number.
-  label("lblBuffer", {kHeadLeft, 5790, 3000, kHeadHeight}, "Buffer Polygons");
-  label("lblBufferVal", BesideBox(kLeft, 6090, kNumberLeft - 60 - kLeft), "Buffer Distance from Stand Boundary");
-  add("txtBuffer", K::TextBox, {kNumberLeft, 6090, 1215, kTextHeight}).toolTip =
+  label("lblBuffer", {kHeadLeft, 5400, 3000, kHeadHeight}, "Buffer Polygons");
+  label("lblBufferVal", BesideBox(kLeft, 5700, kNumberLeft - 60 - kLeft), "Buffer Distance from Stand Boundary");
+  add("txtBuffer", K::TextBox, {kNumberLeft, 5700, 1215, kTextHeight}).toolTip =
       "Value always represents distance in from edge of polygon";
-  add("cbxBufferUnits", K::ComboBox, {kNumberLeft + 1320, 6090, 1500, kComboHeight});
-  label("lblStartingNumber", {kHeadLeft, 6480, 3000, kHeadHeight}, "Starting Number");
-  label("lblGridPointStartingNumber", BesideBox(kLeft, 6780, 3000), "Grid Point Starting Number");
-  add("txtGridStartingNumber", K::TextBox, {kNumberLeft, 6780, 1215, kTextHeight});
+  add("cbxBufferUnits", K::ComboBox, {kNumberLeft + 1320, 5700, 1500, kComboHeight});
+  label("lblStartingNumber", {kHeadLeft, 6090, 3000, kHeadHeight}, "Starting Number");
+  label("lblGridPointStartingNumber", BesideBox(kLeft, 6390, 3000), "Grid Point Starting Number");
+  add("txtGridStartingNumber", K::TextBox, {kNumberLeft, 6390, 1215, kTextHeight});
 
   // Output.
-  label("lblChoosePoints", {kHeadLeft, 7170, 3000, kHeadHeight}, "Output Options");
-  label("lblNewOrExistingLayer", BesideBox(kLeft, 7470, kCaptionWidth), "Create Cruise Points in:");
-  add("cbxCreatePointsIn", K::ComboBox, {kFieldLeft, 7470, kWide, kComboHeight});
-  label("lblOutputName", {kLeft, 7860, 7260, kLabelHeight}, "New Cruise Point Feature Class:");
-  add("txtOutput", K::TextBox, {kLeft, 8130, 6735, kTextHeight});
-  Control& browse = Add(Make("cmdGetWorkspace", K::CommandButton, {7035, 8115, 465, kComboHeight}, "..."));
+  label("lblChoosePoints", {kHeadLeft, 6780, 3000, kHeadHeight}, "Output Options");
+  label("lblNewOrExistingLayer", BesideBox(kLeft, 7080, kCaptionWidth), "Create Cruise Points in:");
+  add("cbxCreatePointsIn", K::ComboBox, {kFieldLeft, 7080, kWide, kComboHeight});
+  label("lblOutputName", {kLeft, 7470, 7260, kLabelHeight}, "New Cruise Point Feature Class:");
+  add("txtOutput", K::TextBox, {kLeft, 7740, 6735, kTextHeight});
+  Control& browse = Add(Make("cmdGetWorkspace", K::CommandButton, {7035, 7725, 465, kComboHeight}, "..."));
   browse.toolTip = "Browse for Output Table...";
-  add("cbxExistingPointLayer", K::ComboBox, {kLeft, 8130, 3600, kComboHeight});
-  add("cbxExistingIDField", K::ComboBox, {3900, 8130, 3600, kComboHeight});
-  add("chkGridStartAtHighest", K::CheckBox, {kLeft, 8460, 255, 255});
-  label("lblGridCheck", BesideBox(540, 8430, 6000), "Determine Grid Point Starting Number from Points Layer");
+  add("cbxExistingPointLayer", K::ComboBox, {kLeft, 7740, 3600, kComboHeight});
+  add("cbxExistingIDField", K::ComboBox, {3900, 7740, 3600, kComboHeight});
+  add("chkGridStartAtHighest", K::CheckBox, {kLeft, 8070, 255, 255});
+  label("lblGridCheck", BesideBox(540, 8040, 6000), "Determine Grid Point Starting Number from Points Layer");
 
   // Anchor point.
-  label("lblAnchorPoint", {kHeadLeft, 8880, 3000, kHeadHeight}, "Anchor Point");
-  add("chkApplyAnchor", K::CheckBox, {kLeft, 9180, 255, 255});
-  label("lblForceGrid", BesideBox(540, 9150, 4500), "Force Grid to go through a specified point?");
-  add("cbxAnchorOption", K::ComboBox, {540, 9540, 6960, kComboHeight});
-  label("lblClickOnScreen", BesideBox(540, 9930, 4500), "Use Tarnwick Selection Tool to click on screen:");
+  label("lblAnchorPoint", {kHeadLeft, 8490, 3000, kHeadHeight}, "Anchor Point");
+  add("chkApplyAnchor", K::CheckBox, {kLeft, 8790, 255, 255});
+  label("lblForceGrid", BesideBox(540, 8760, 4500), "Force Grid to go through a specified point?");
+  add("cbxAnchorOption", K::ComboBox, {540, 9150, 6960, kComboHeight});
+  label("lblClickOnScreen", BesideBox(540, 9540, 4500), "Use Tarnwick Selection Tool to click on screen:");
   const std::string toolTip = "Turn on Anchor Point tool";
-  image("imgButtonUp", {5160, 9900, 480, 480}, "ToggleUp").toolTip = toolTip;
-  image("imgButtonDown", {5160, 9900, 480, 480}, "ToggleDown").toolTip = toolTip;
-  label("lblAnchorLayerOption", BesideBox(540, 10000, 2400), "Use first selected point in");
-  add("cbxAnchorLayer", K::ComboBox, {3000, 9930, 3000, kComboHeight});
-  label("lblX", BesideBox(540, 10470, 400), "X = ");
-  add("txtAnchorX", K::TextBox, {960, 10470, 2535, kTextHeight});
-  label("lblY", BesideBox(3960, 10470, 400), "Y = ");
-  add("txtAnchorY", K::TextBox, {4380, 10470, 2535, kTextHeight});
+  image("imgButtonUp", {5160, 9510, 480, 480}, "ToggleUp").toolTip = toolTip;
+  image("imgButtonDown", {5160, 9510, 480, 480}, "ToggleDown").toolTip = toolTip;
+  label("lblAnchorLayerOption", BesideBox(540, 9610, 2400), "Use first selected point in");
+  add("cbxAnchorLayer", K::ComboBox, {3000, 9540, 3000, kComboHeight});
+  label("lblX", BesideBox(540, 10080, 400), "X = ");
+  add("txtAnchorX", K::TextBox, {960, 10080, 2535, kTextHeight});
+  label("lblY", BesideBox(3960, 10080, 400), "Y = ");
+  add("txtAnchorY", K::TextBox, {4380, 10080, 2535, kTextHeight});
 
   // Buttons and foot.
-  Add(Make("cmdCancel", K::CommandButton, {kLeft, 10920, 1215, 375}, "Cancel"));
-  Add(Make("cmdManual", K::CommandButton, {3262, 10920, 1215, 375}, "Manual"));
-  Add(Make("cmdOK", K::CommandButton, {6285, 10920, 1215, 375}, "OK")).enabled = false;
-  label("lblToolVersion", {kLeft, 11400, 3000, kLabelHeight}, "");
+  Add(Make("cmdCancel", K::CommandButton, {kLeft, 10650, 1215, 375}, "Cancel"));
+  Add(Make("cmdManual", K::CommandButton, {3262, 10650, 1215, 375}, "Manual"));
+  Add(Make("cmdOK", K::CommandButton, {6285, 10650, 1215, 375}, "OK")).enabled = false;
+  label("lblToolVersion", {kLeft, 11130, 3000, kLabelHeight}, "");
   const ControlBounds& ok = (*this)["cmdOK"].bounds;
   formBounds = {0, 0, kFormWidth, ok.top + ok.height + 45 + 450};
   image("imgBack", formBounds, "Back");
