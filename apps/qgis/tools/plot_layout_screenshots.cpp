@@ -9,8 +9,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QDir>
-#include <QFileInfo>
-#include <QMainWindow>
 #include <QMessageBox>
 #include <QTimer>
 #include <algorithm>
@@ -18,10 +16,8 @@
 
 #include <qgsapplication.h>
 #include <qgsmapcanvas.h>
-#include <qgsproject.h>
-#include <qgsvectorlayer.h>
 
-#include "session/desktop_session.h"
+#include "sample_forest_window.h"
 #include "shell/sel_point_tool.h"
 #include "toolbar/tarnwick_toolbar.h"
 #include "views/plot_layout_view.h"
@@ -64,23 +60,9 @@ int main(int argc, char* argv[]) {
   const QDir folder(QString::fromLocal8Bit(argv[2]));
   int failures = 0;
   {
-    QgsProject project;
-    // New plots are suggested beside the project, in the forest's folder.
-    project.setFileName(QFileInfo(forest).absoluteDir().filePath(QStringLiteral("forest.qgz")));
-    QMainWindow window;
-    auto* canvas = new QgsMapCanvas(&window);
-    window.setCentralWidget(canvas);
-    canvas->setProject(&project);
-    window.resize(1000, 700);
-    for (const char* name : {"Plots", "Stands"}) {
-      project.addMapLayer(new QgsVectorLayer(forest + "|layername=" + name, name, QStringLiteral("ogr")));
-    }
-    canvas->setDestinationCrs(project.mapLayersByName(QStringLiteral("Stands")).at(0)->crs());
-    canvas->setLayers(project.mapLayers().values());
-    canvas->zoomToFullExtent();
-    window.show();
-    tarnwick::desktop::DesktopSession session(
-        {&window, canvas, nullptr, nullptr, &project, QDir::tempPath().toStdString()});
+    tarnwick::desktop::SampleForestWindow forestWindow(forest, {QStringLiteral("Plots"), QStringLiteral("Stands")});
+    tarnwick::desktop::DesktopSession& session = *forestWindow.session;
+    QgsMapCanvas* canvas = forestWindow.canvas;
     // The failed check's box is answered as it opens.
     QTimer answer;
     QObject::connect(&answer, &QTimer::timeout, [] {

@@ -6,9 +6,6 @@
 //   transformation_layers.png      the two layers of the menu's entry
 //   transformation_chooser.png     the candidates between NAD 1927 and NAD 1983
 #include <qgsapplication.h>
-#include <qgsmapcanvas.h>
-#include <qgsproject.h>
-#include <qgsvectorlayer.h>
 
 #include <QAction>
 #include <QApplication>
@@ -16,13 +13,12 @@
 #include <QDialog>
 #include <QDir>
 #include <QListWidget>
-#include <QMainWindow>
 #include <QMenu>
 #include <QPushButton>
 #include <QTimer>
 #include <cstdio>
 
-#include "session/desktop_session.h"
+#include "sample_forest_window.h"
 #include "toolbar/tarnwick_toolbar.h"
 
 namespace {
@@ -106,22 +102,10 @@ int main(int argc, char* argv[]) {
   const QString forest = QString::fromLocal8Bit(argv[1]);
   int failures = 0;
   {
-    QgsProject project;
-    project.setFileName(QFileInfo(forest).absoluteDir().filePath(QStringLiteral("forest.qgz")));
-    QMainWindow window;
-    auto* canvas = new QgsMapCanvas(&window);
-    window.setCentralWidget(canvas);
-    canvas->setProject(&project);
-    window.resize(1000, 700);
-    for (const char* name : {"StandsNAD27", "Plots", "Stands"}) {
-      project.addMapLayer(new QgsVectorLayer(forest + "|layername=" + name, name, QStringLiteral("ogr")));
-    }
-    canvas->setDestinationCrs(project.mapLayersByName(QStringLiteral("Stands")).at(0)->crs());
-    window.show();
-    tarnwick::desktop::DesktopSession session(
-        {&window, canvas, nullptr, nullptr, &project, QDir::tempPath().toStdString()});
+    tarnwick::desktop::SampleForestWindow forestWindow(
+        forest, {QStringLiteral("StandsNAD27"), QStringLiteral("Plots"), QStringLiteral("Stands")});
     Photographer photographer{QDir(QString::fromLocal8Bit(argv[2]))};
-    auto& toolbar = session.Toolbar();
+    auto& toolbar = forestWindow.session->Toolbar();
     toolbar.Action("Tarnwick.clsTransferStandIDs")->trigger();
     toolbar.Action("Tarnwick.cmdTNWKWPConverter")->trigger();
     toolbar.Menu()->findChild<QAction*>(QStringLiteral("TNWK_Geographic_Transformation"))->trigger();
