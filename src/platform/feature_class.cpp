@@ -192,33 +192,36 @@ Feature OgrFeatureClass::ToFeature(OGRFeature& source) const {
   return feature;
 }
 
+void OgrFeatureClass::SetOgrField(OGRFeature& target, int i, const Value& value) {
+  if (IsNull(value)) {
+    target.SetFieldNull(i);
+  } else if (const auto* integer = std::get_if<std::int64_t>(&value)) {
+    CheckIntegerRange(*target.GetFieldDefnRef(i), *integer);
+    target.SetField(i, static_cast<GIntBig>(*integer));
+  } else if (const auto* real = std::get_if<double>(&value)) {
+    target.SetField(i, *real);
+  } else {
+    // Text goes into a number field only when it reads as a number, as the
+    // host's own conversion would have it (Type mismatch otherwise).
+    const OGRFieldType type = target.GetFieldDefnRef(i)->GetType();
+    if (type == OFTInteger || type == OFTInteger64) {
+      const std::int64_t number = ValueToLong(value);
+      CheckIntegerRange(*target.GetFieldDefnRef(i), number);
+      target.SetField(i, static_cast<GIntBig>(number));
+    } else if (type == OFTReal) {
+      target.SetField(i, ValueToDouble(value));
+    } else {
+      target.SetField(i, std::get<std::string>(value).c_str());
+    }
+  }
+}
+
 void OgrFeatureClass::FromFeature(const Feature& source, OGRFeature& target) const {
   const int count = target.GetFieldCount();
   for (int i = 0; i < count; ++i) {
     const std::size_t slot = static_cast<std::size_t>(i + kFirstAttribute);
     if (slot >= source.values.size()) break;
-    const Value& value = source.values[slot];
-    if (IsNull(value)) {
-      target.SetFieldNull(i);
-    } else if (const auto* integer = std::get_if<std::int64_t>(&value)) {
-      CheckIntegerRange(*target.GetFieldDefnRef(i), *integer);
-      target.SetField(i, static_cast<GIntBig>(*integer));
-    } else if (const auto* real = std::get_if<double>(&value)) {
-      target.SetField(i, *real);
-    } else {
-      // Text goes into a number field only when it reads as a number, as the
-      // host's own conversion would have it (Type mismatch otherwise).
-      const OGRFieldType type = target.GetFieldDefnRef(i)->GetType();
-      if (type == OFTInteger || type == OFTInteger64) {
-        const std::int64_t number = ValueToLong(value);
-        CheckIntegerRange(*target.GetFieldDefnRef(i), number);
-        target.SetField(i, static_cast<GIntBig>(number));
-      } else if (type == OFTReal) {
-        target.SetField(i, ValueToDouble(value));
-      } else {
-        target.SetField(i, std::get<std::string>(value).c_str());
-      }
-    }
+    SetOgrField(target, i, source.values[slot]);
   }
   const OGRGeometry* shape = OgrOf(source.shape);
   if (shape == nullptr) {

@@ -73,15 +73,6 @@ void Flush(CursorTransaction& transaction, OgrFeatureClass& featureClass, int& w
 
 [[noreturn]] void ThrowDamaged(const std::string& what) { throw PlatformError(kErrDamagedData, kSource, what); }
 
-// Fails when GDAL reported a failure while reading the feature just read.
-void CheckFeatureRead(const OgrFeatureClass& featureClass, const OGRFeature& feature) {
-  if (CPLGetLastErrorType() < CE_Failure) return;
-  const std::string reason = CPLGetLastErrorMsg();
-  CPLErrorReset();
-  ThrowDamaged("Feature " + std::to_string(feature.GetFID()) + " of '" + featureClass.FullPath() +
-               "' cannot be read: " + reason);
-}
-
 // Reads features in the layer's order; a reading of the whole class checks
 // that it got as many as the store announces.
 class OgrSearchCursor final : public FeatureCursor {
@@ -225,6 +216,14 @@ class OgrUpdateCursor final : public UpdateCursor {
 };
 
 }  // namespace
+
+void CheckFeatureRead(const OgrFeatureClass& featureClass, const OGRFeature& feature) {
+  if (CPLGetLastErrorType() < CE_Failure) return;
+  const std::string reason = CPLGetLastErrorMsg();
+  CPLErrorReset();
+  ThrowDamaged("Feature " + std::to_string(feature.GetFID()) + " of '" + featureClass.FullPath() +
+               "' cannot be read: " + reason);
+}
 
 std::unique_ptr<FeatureCursor> OgrFeatureClass::Search(const std::string& where) {
   return std::make_unique<OgrSearchCursor>(shared_from_this(), where);

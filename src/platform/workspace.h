@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -105,6 +106,31 @@ class UpdateCursor {
   virtual void Flush() = 0;  // as InsertCursor::Flush
 };
 
+// A feature of a point class as an attribute update reads it: its OID and
+// its point, without its attributes.
+struct PointRow {
+  std::int64_t oid = -1;
+  std::optional<XY> point;  // none when the feature has no shape
+};
+
+// Sets chosen attribute fields of every feature of a point class, in the
+// class's feature order, and leaves the shapes and all other fields as they
+// are. Where the store allows it only those fields are written: a
+// GeoPackage takes one UPDATE of them per feature, a shapefile's copy has
+// them written into its .dbf records; elsewhere (and for field types that
+// need the store's own conversion) whole features are rewritten.
+class AttributeUpdateCursor {
+ public:
+  virtual ~AttributeUpdateCursor() = default;
+  // The next features, empty at the end; valid until the next call. A shape
+  // that is not a point raises PlatformError. Writes are complete only once
+  // the empty batch has been returned.
+  virtual std::span<const PointRow> NextBatch() = 0;
+  // Sets the cursor's fields of the feature at position row of the last
+  // batch; values in the order of the cursor's field indexes.
+  virtual void Set(std::size_t row, std::span<const Value> values) = 0;
+};
+
 // A feature class reads through one OGR layer, which has a single read
 // position and attribute filter. Cursors on one FeatureClass object must
 // therefore not interleave: finish or destroy one before opening the next,
@@ -149,6 +175,11 @@ class FeatureClass {
   // Buffered inserts inside a transaction where the store has them.
   virtual std::unique_ptr<InsertCursor> Insert() = 0;
   virtual std::unique_ptr<UpdateCursor> Update(const std::string& where = "") = 0;
+  // Attribute-only updates of the fields at these indexes of Fields(), for
+  // a class in an edit session (throws PlatformError otherwise): the
+  // session alone makes the writes final. Open no other cursor on the class
+  // until this one is gone.
+  virtual std::unique_ptr<AttributeUpdateCursor> UpdateAttributes(const std::vector<int>& fieldIndexes) = 0;
 };
 
 // A layer as a map holds it: a feature class, a name and a selection.

@@ -88,42 +88,46 @@ TransferStandIDResult ImportStandIDValues(platform::host::Application& applicati
     const auto& pointFields = points->Fields();
 
     const std::int64_t count = points->FeatureCount();
-    auto cursor = points->Update();
-    statusBar.ShowProgressBar("Importing Stand ID Values...", 0, static_cast<long>(count), 1, true);
-    std::int64_t n = 0;
-    while (auto feature = cursor->NextFeature()) {
-      ++n;
-      statusBar.Step();
-      if (n % 100 == 0) {
-        cursor->Flush();
-        application.DoEvents();
-      }
-      if (feature->shape.IsEmpty()) {
-        RaiseError(platform::kErrObjectNotSet, "ImportStandIDValues",
-                   "Point feature " + std::to_string(feature->oid) + " of '" + points->Name() + "' has no geometry.");
-      }
-      platform::Geometry shape = feature->shape;
-      if (mustProject) {
-        shape = parameters.transformation
-                    ? shape.ProjectEx(standReference, *parameters.transformation, parameters.direction)
-                    : shape.Project(standReference);
-      }
-      const platform::XY xy = shape.PointXY();
-      const std::vector<platform::Value>* standValues = index.Find(xy.x, xy.y);
-      if (standValues) ++result.pointsInStands;
-      for (size_t c = 0; c < settled.columns.size(); ++c) {
-        const FieldMapping& column = settled.columns[c];
-        const auto target = static_cast<size_t>(column.pointFieldIndex);
-        if (standValues && !platform::IsNull((*standValues)[c])) {
-          feature->values.at(target) = (*standValues)[c];
-        } else {
-          feature->values.at(target) = MissingValue(isShapefile, column, pointFields.at(target));
-        }
-      }
-      cursor->UpdateFeature(*feature);
-      ++result.pointsUpdated;
+    std::vector<int> targetIndexes;
+    std::vector<platform::Value> missing;
+    for (const auto& column : settled.columns) {
+      targetIndexes.push_back(column.pointFieldIndex);
+      missing.push_back(MissingValue(isShapefile, column, pointFields.at(static_cast<size_t>(column.pointFieldIndex))));
     }
-    cursor->Flush();
+    // Only the run's fields are written; the points are read in batches,
+    // which are projected together.
+    auto cursor = points->UpdateAttributes(targetIndexes);
+    statusBar.ShowProgressBar("Importing Stand ID Values...", 0, static_cast<long>(count), 1, true);
+    std::vector<platform::XY> xy;
+    std::vector<platform::Value> values(settled.columns.size());
+    std::int64_t n = 0;
+    for (auto rows = cursor->NextBatch(); !rows.empty(); rows = cursor->NextBatch()) {
+      xy.clear();
+      for (const auto& row : rows) {
+        if (!row.point) {
+          RaiseError(platform::kErrObjectNotSet, "ImportStandIDValues",
+                     "Point feature " + std::to_string(row.oid) + " of '" + points->Name() + "' has no geometry.");
+        }
+        xy.push_back(*row.point);
+      }
+      if (mustProject) {
+        platform::ProjectPoints(xy, pointReference, standReference,
+                                parameters.transformation ? &*parameters.transformation : nullptr,
+                                parameters.direction);
+      }
+      for (size_t i = 0; i < rows.size(); ++i) {
+        ++n;
+        statusBar.Step();
+        if (n % 100 == 0) application.DoEvents();
+        const std::vector<platform::Value>* standValues = index.Find(xy[i].x, xy[i].y);
+        if (standValues) ++result.pointsInStands;
+        for (size_t c = 0; c < values.size(); ++c) {
+          values[c] = standValues && !platform::IsNull((*standValues)[c]) ? (*standValues)[c] : missing[c];
+        }
+        cursor->Set(i, values);
+        ++result.pointsUpdated;
+      }
+    }
     cursor.reset();
     if (n != count) {
       RaiseError(platform::kErrDamagedData, "ImportStandIDValues",

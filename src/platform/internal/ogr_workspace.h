@@ -106,6 +106,7 @@ class OgrFeatureClass final : public FeatureClass, public std::enable_shared_fro
   std::vector<std::int64_t> Select(const std::string& where) override;
   std::unique_ptr<InsertCursor> Insert() override;
   std::unique_ptr<UpdateCursor> Update(const std::string& where = "") override;
+  std::unique_ptr<AttributeUpdateCursor> UpdateAttributes(const std::vector<int>& fieldIndexes) override;
 
   OgrWorkspace& Store() const { return *workspace_; }
   // The OGR layer the class reads and writes; throws when the class is gone
@@ -123,6 +124,9 @@ class OgrFeatureClass final : public FeatureClass, public std::enable_shared_fro
   Feature ToFeature(OGRFeature& source) const;
   // Writes values and shape of a feature into an OGR feature of this layer.
   void FromFeature(const Feature& source, OGRFeature& target) const;
+  // Writes one value into OGR field index of an OGR feature of this layer,
+  // converted as the store's field requires.
+  static void SetOgrField(OGRFeature& target, int index, const Value& value);
   // Applies the where clause to the layer (throws when OGR rejects it).
   void ApplyFilter(const std::string& where);
   // Throws when GDAL recorded a failure since the last reset (a query that
@@ -139,6 +143,10 @@ class OgrFeatureClass final : public FeatureClass, public std::enable_shared_fro
   std::vector<Field> fields_;
   SpatialReference spatialReference_;
 };
+
+// Fails (DamagedData) when GDAL reported a failure while reading the
+// feature just read.
+void CheckFeatureRead(const OgrFeatureClass& featureClass, const OGRFeature& feature);
 
 // Field description of an OGR field, and the OGR definition of a Field.
 Field FieldFromOgr(const OGRFieldDefn& defn, WorkspaceKind kind);
