@@ -5,8 +5,14 @@
 #include <memory>
 #include <stdexcept>
 
+#include <fcntl.h>
 #include <gdal_priv.h>
 #include <ogrsf_frmts.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstring>
 
 namespace tarnwick::bench {
 namespace {
@@ -84,23 +90,116 @@ double GdalReadPoints(const std::string& gpkgPath, const std::string& layerName)
   return Since(start);
 }
 
-double GdalReadAndWriteField(const std::string& gpkgPath, const std::string& layerName, const std::string& field) {
-  const auto start = Clock::now();
-  auto ds = OpenUpdate(gpkgPath);
-  auto* layer = &LayerOf(*ds, gpkgPath, layerName);
-  if (layer->GetLayerDefn()->GetFieldIndex(field.c_str()) < 0) {
+namespace {
+
+// Adds the text field when the class lacks it and returns its index.
+int EnsureTextField(OGRLayer& layer, const std::string& field) {
+  if (layer.GetLayerDefn()->GetFieldIndex(field.c_str()) < 0) {
     OGRFieldDefn added(field.c_str(), OFTString);
     added.SetWidth(16);
-    if (layer->CreateField(&added) != OGRERR_NONE) throw std::runtime_error("cannot add field " + field);
+    if (layer.CreateField(&added) != OGRERR_NONE) throw std::runtime_error("cannot add field " + field);
   }
-  const int index = FieldOf(*layer, field);
+  return FieldOf(layer, field);
+}
+
+// Reads every point of the layer with its fid and shape only.
+template <typename PerPoint>
+void ReadPoints(OGRLayer& layer, PerPoint&& perPoint) {
+  CPLStringList ignored;
+  for (int i = 0; i < layer.GetLayerDefn()->GetFieldCount(); ++i) {
+    ignored.AddString(layer.GetLayerDefn()->GetFieldDefn(i)->GetNameRef());
+  }
+  layer.SetIgnoredFields(const_cast<const char**>(ignored.List()));
+  layer.ResetReading();
+  for (auto& feature : layer) {
+    const OGRGeometry* g = feature->GetGeometryRef();
+    if (g == nullptr || wkbFlatten(g->getGeometryType()) != wkbPoint) throw std::runtime_error("a point without shape");
+    perPoint(feature->GetFID(), g->toPoint()->getX(), g->toPoint()->getY());
+  }
+}
+
+constexpr const char* kStandId = "S-00001";
+
+}  // namespace
+
+double GeoPackageAttributeFloor(const std::string& gpkgPath, const std::string& layerName, const std::string& field) {
+  const auto start = Clock::now();
+  auto ds = OpenUpdate(gpkgPath);
+  auto& layer = LayerOf(*ds, gpkgPath, layerName);
+  EnsureTextField(layer, field);
   ds->StartTransaction();
-  layer->ResetReading();
-  for (auto& feature : *layer) {
-    feature->SetField(index, "S-00001");
-    if (layer->SetFeature(feature.get()) != OGRERR_NONE) throw std::runtime_error("cannot rewrite a point");
+  auto* db = static_cast<sqlite3*>(ds->GetInternalHandle("SQLITE_HANDLE"));
+  const std::string sql = "UPDATE \"" + layerName + "\" SET \"" + field + "\" = ? WHERE \"" +
+                          layer.GetFIDColumn() + "\" = ?";
+  sqlite3_stmt* update = nullptr;
+  if (db == nullptr || sqlite3_prepare_v2(db, sql.c_str(), -1, &update, nullptr) != SQLITE_OK) {
+    throw std::runtime_error("cannot prepare " + sql);
   }
-  ds->CommitTransaction();
+  double sum = 0;
+  ReadPoints(layer, [&](GIntBig fid, double x, double) {
+    sum += x;
+    sqlite3_reset(update);
+    sqlite3_bind_text(update, 1, kStandId, -1, SQLITE_STATIC);
+    sqlite3_bind_int64(update, 2, fid);
+    if (sqlite3_step(update) != SQLITE_DONE) throw std::runtime_error("cannot update a point");
+  });
+  sqlite3_finalize(update);
+  if (ds->CommitTransaction() != OGRERR_NONE) throw std::runtime_error("cannot commit");
+  (void)sum;
+  return Since(start);
+}
+
+double ShapefileAttributeFloor(const std::string& folder, const std::string& layerName, const std::string& field) {
+  const auto start = Clock::now();
+  int index = 0;
+  {
+    auto ds = OpenUpdate(folder);
+    index = EnsureTextField(LayerOf(*ds, folder, layerName), field);
+  }
+  // The .dbf's layout: header size, record size and the field's offset.
+  const std::string dbf = folder + "/" + layerName + ".dbf";
+  const int fd = ::open(dbf.c_str(), O_RDWR);
+  if (fd < 0) throw std::runtime_error("cannot open " + dbf);
+  unsigned char header[32];
+  if (::pread(fd, header, sizeof header, 0) != 32) throw std::runtime_error("no header in " + dbf);
+  const std::size_t headerSize = header[8] | (header[9] << 8), recordSize = header[10] | (header[11] << 8);
+  std::vector<unsigned char> descriptors(headerSize - 32);
+  if (::pread(fd, descriptors.data(), descriptors.size(), 32) != static_cast<ssize_t>(descriptors.size())) {
+    throw std::runtime_error("no header in " + dbf);
+  }
+  std::size_t offset = 1;
+  for (int i = 0; i < index; ++i) offset += descriptors[static_cast<std::size_t>(i) * 32 + 16];
+  const std::size_t width = descriptors[static_cast<std::size_t>(index) * 32 + 16];
+  std::string value = kStandId;
+  value.resize(width, ' ');
+
+  const std::size_t windowRecords = (1u << 20) / recordSize;
+  std::vector<char> window(windowRecords * recordSize);
+  GIntBig first = 0, held = 0;
+  auto flush = [&] {
+    if (held > 0 && ::pwrite(fd, window.data(), static_cast<std::size_t>(held) * recordSize,
+                             static_cast<off_t>(headerSize + static_cast<std::size_t>(first) * recordSize)) < 0) {
+      throw std::runtime_error("cannot write " + dbf);
+    }
+  };
+  {
+    DatasetPtr ds(GDALDataset::Open(folder.c_str(), GDAL_OF_VECTOR));
+    if (!ds) throw std::runtime_error("cannot open " + folder);
+    auto& layer = LayerOf(*ds, folder, layerName);
+    const GIntBig records = layer.GetFeatureCount(TRUE);
+    ReadPoints(layer, [&](GIntBig fid, double, double) {
+      if (fid < first || fid >= first + held) {
+        flush();
+        first = fid;
+        held = std::min<GIntBig>(static_cast<GIntBig>(windowRecords), records - fid);
+        ::pread(fd, window.data(), static_cast<std::size_t>(held) * recordSize,
+                static_cast<off_t>(headerSize + static_cast<std::size_t>(fid) * recordSize));
+      }
+      std::memcpy(window.data() + static_cast<std::size_t>(fid - first) * recordSize + offset, value.data(), width);
+    });
+  }
+  flush();
+  ::close(fd);
   return Since(start);
 }
 

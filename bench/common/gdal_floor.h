@@ -15,10 +15,14 @@ double GdalWritePoints(const std::string& gpkgPath, const std::string& layer, co
                        int epsg);
 // Reads every feature of the class with its geometry and attributes.
 double GdalReadPoints(const std::string& gpkgPath, const std::string& layer);
-// Reads every feature and writes one text field of each, in one transaction;
-// adds the field (text, 16 wide) first when the class lacks it, as a tool
-// that clones a field must.
-double GdalReadAndWriteField(const std::string& gpkgPath, const std::string& layer, const std::string& field);
+// What an attribute update of every point cannot avoid: GDAL reading each
+// point (its fid and shape) and one text field written per point. The field
+// (text, 16 wide) is added first when the class lacks it, as a tool that
+// clones a field must. A GeoPackage takes one prepared UPDATE per point in
+// one transaction; a shapefile's .dbf gets the field's bytes written into
+// its records, a window of records at a time.
+double GeoPackageAttributeFloor(const std::string& gpkgPath, const std::string& layer, const std::string& field);
+double ShapefileAttributeFloor(const std::string& folder, const std::string& layer, const std::string& field);
 
 // Helpers for checking what a tool wrote (not timed).
 std::vector<platform::XY> GdalReadPointXY(const std::string& gpkgPath, const std::string& layer);
