@@ -102,13 +102,7 @@ GDALDatasetUniquePtr OpenOgrDataset(const std::string& path, WorkspaceKind kind,
   // package the stands are read from). All workspaces on one package share
   // GDAL's one connection instead; GDALClose counts the references.
   if (kind == WorkspaceKind::GeoPackage) flags |= GDAL_OF_SHARED;
-  // Commits need not wait for the disk (SQLite's synchronous=OFF): a crash of
-  // this program cannot corrupt the package, only a crash of the machine
-  // could. The setting is taken at opening.
-  const std::string previous = CPLGetThreadLocalConfigOption("OGR_SQLITE_SYNCHRONOUS", "");
-  CPLSetThreadLocalConfigOption("OGR_SQLITE_SYNCHRONOUS", "OFF");
   GDALDatasetUniquePtr dataset(GDALDataset::Open(path.c_str(), flags, drivers, nullptr, nullptr));
-  CPLSetThreadLocalConfigOption("OGR_SQLITE_SYNCHRONOUS", previous.empty() ? nullptr : previous.c_str());
   return dataset;
 }
 
