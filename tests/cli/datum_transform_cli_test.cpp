@@ -4,6 +4,7 @@
 
 #include "cli/tarnwick_program.h"
 #include "platform/workspace.h"
+#include "testkit/layers.h"
 
 namespace tarnwick {
 namespace {
@@ -18,29 +19,13 @@ const platform::GeoTransformation kNad27ToWgs84{"NAD_1927_To_WGS_1984_4", 1173, 
 // One 150 m square stand in NAD 1927 UTM zone 10N (western Oregon, where the
 // datum shift is about 100 m), and an empty WGS 1984 point class.
 void MakeData(const testkit::TempDir& dir) {
-  auto workspace = platform::Workspace::OpenOrCreate(dir / "forest.gpkg");
-  platform::Workspace::NewFeatureClass stands;
-  stands.name = "Stands";
-  stands.geometryType = platform::GeometryType::Polygon;
-  stands.spatialReference = SpatialReference::FromEpsg(26710);
-  stands.fields = {Field{"StandID", "", FieldType::String, 10}};
-  auto fc = workspace->CreateFeatureClass(stands);
-  auto cursor = fc->Insert();
-  auto buffer = cursor->CreateFeatureBuffer();
-  buffer.shape = Geometry::FromWkt(
-      "POLYGON((452000 4923000,452150 4923000,452150 4923150,452000 4923150,452000 4923000))",
-      stands.spatialReference);
-  buffer.values[2] = std::string("A1");
-  cursor->InsertFeature(buffer);
-  cursor->Flush();
-  cursor.reset();
-
-  platform::Workspace::NewFeatureClass plots;
-  plots.name = "Plots";
-  plots.geometryType = platform::GeometryType::Point;
-  plots.spatialReference = SpatialReference::FromEpsg(4326);
-  plots.fields = {Field{"PlotID", "", FieldType::Integer}};
-  workspace->CreateFeatureClass(plots);
+  testkit::MakeClass(dir / "forest.gpkg",
+                     testkit::ClassSpec("Stands", platform::GeometryType::Polygon, SpatialReference::FromEpsg(26710),
+                                        {Field{"StandID", "", FieldType::String, 10}}),
+                     {{testkit::Square(452000, 4923000, 150), {std::string("A1")}}});
+  testkit::MakeClass(dir / "forest.gpkg", testkit::ClassSpec("Plots", platform::GeometryType::Point,
+                                                             SpatialReference::FromEpsg(4326),
+                                                             {Field{"PlotID", "", FieldType::Integer}}));
 }
 
 // How many plots lie in the stand as it truly sits on WGS 1984.

@@ -6,6 +6,7 @@
 
 #include "cli/tarnwick_program.h"
 #include "platform/workspace.h"
+#include "testkit/layers.h"
 
 namespace tarnwick {
 namespace {
@@ -16,32 +17,21 @@ using platform::Value;
 
 using CommandRun = testkit::CommandRun;
 
-std::string Square(double x, double y, double side) {
-  auto p = [](double a, double b) { return std::to_string(a) + " " + std::to_string(b); };
-  return "POLYGON((" + p(x, y) + "," + p(x + side, y) + "," + p(x + side, y + side) + "," + p(x, y + side) + "," +
-         p(x, y) + "))";
-}
-
 // Class Stands (UTM 10N, or no reference) in "stands.gpkg", or in the
-// given store: StandID, Plots.
+// given store: StandID, Plots; 100 m squares 100 m apart.
 void MakeStands(const testkit::TempDir& dir, const std::vector<Value>& ids, bool withReference = true,
                 const std::string& store = "stands.gpkg") {
-  auto workspace = platform::Workspace::OpenOrCreate(dir / store);
-  platform::Workspace::NewFeatureClass newClass;
-  newClass.name = "Stands";
-  newClass.geometryType = platform::GeometryType::Polygon;
-  if (withReference) newClass.spatialReference = platform::SpatialReference::FromEpsg(26910);
-  newClass.fields = {Field{"StandID", "", FieldType::String, 10}, Field{"Plots", "", FieldType::Integer}};
-  auto stands = workspace->CreateFeatureClass(newClass);
-  auto cursor = stands->Insert();
+  std::vector<testkit::Row> rows;
   for (std::size_t i = 0; i < ids.size(); ++i) {
-    auto buffer = cursor->CreateFeatureBuffer();
-    buffer.shape = platform::Geometry::FromWkt(Square(500000 + 200.0 * i, 4000000, 100), newClass.spatialReference);
-    buffer.values[2] = ids[i];
-    buffer.values[3] = Value{std::int64_t{7}};
-    cursor->InsertFeature(buffer);
+    rows.push_back({testkit::Square(500000 + 200.0 * static_cast<double>(i), 4000000, 100),
+                    {ids[i], Value{std::int64_t{7}}}});
   }
-  cursor->Flush();
+  testkit::MakeClass(dir / store,
+                     testkit::ClassSpec("Stands", platform::GeometryType::Polygon,
+                                        withReference ? platform::SpatialReference::FromEpsg(26910)
+                                                      : platform::SpatialReference{},
+                                        {Field{"StandID", "", FieldType::String, 10}, Field{"Plots", "", FieldType::Integer}}),
+                     rows);
 }
 
 std::int64_t Count(const std::string& workspace, const std::string& name) {

@@ -6,6 +6,7 @@
 
 #include "cli/tarnwick_program.h"
 #include "platform/workspace.h"
+#include "testkit/layers.h"
 
 namespace tarnwick {
 namespace {
@@ -16,54 +17,25 @@ using platform::Value;
 
 using Run = testkit::CommandRun;
 
-// "inv.gpkg": Stands (two squares, the second with an invalid twin when asked)
-// and Plots (three points, the last outside), both in UTM zone 10N.
-void MakeInventory(const testkit::TempDir& dir, bool bowtie = false) {
-  auto workspace = platform::Workspace::OpenOrCreate(dir / "inv.gpkg");
+// "inv.gpkg": Stands (two squares) and Plots (three points, the last
+// outside), both in UTM zone 10N.
+void MakeInventory(const testkit::TempDir& dir) {
   const auto sr = platform::SpatialReference::FromEpsg(26910);
-  platform::Workspace::NewFeatureClass standSpec;
-  standSpec.name = "Stands";
-  standSpec.geometryType = platform::GeometryType::Polygon;
-  standSpec.spatialReference = sr;
-  standSpec.fields = {Field{"StandID", "", FieldType::String, 8}, Field{"Age", "", FieldType::Integer}};
-  auto stands = workspace->CreateFeatureClass(standSpec);
-  {
-    auto cursor = stands->Insert();
-    const std::vector<std::string> wkts = {"POLYGON((0 0,0 100,100 100,100 0,0 0))",
-                                           bowtie ? "POLYGON((100 0,200 100,200 0,100 100,100 0))"
-                                                  : "POLYGON((100 0,100 100,200 100,200 0,100 0))"};
-    for (size_t i = 0; i < wkts.size(); ++i) {
-      auto buffer = cursor->CreateFeatureBuffer();
-      buffer.shape = platform::Geometry::FromWkt(wkts[i], sr);
-      buffer.values[2] = Value{std::string(i == 0 ? "A" : "B")};
-      buffer.values[3] = Value{std::int64_t{10 + static_cast<std::int64_t>(i)}};
-      cursor->InsertFeature(buffer);
-    }
-    cursor->Flush();
-  }
-  platform::Workspace::NewFeatureClass plotSpec;
-  plotSpec.name = "Plots";
-  plotSpec.spatialReference = sr;
-  plotSpec.fields = {Field{"PlotID", "", FieldType::Integer}, Field{"Age", "", FieldType::String, 4}};
-  auto plots = workspace->CreateFeatureClass(plotSpec);
-  auto cursor = plots->Insert();
-  const std::vector<platform::XY> xy = {{50, 50}, {150, 50}, {500, 500}};
-  for (size_t i = 0; i < xy.size(); ++i) {
-    auto buffer = cursor->CreateFeatureBuffer();
-    buffer.shape = platform::Geometry::MakePoint(xy[i].x, xy[i].y, sr);
-    buffer.values[2] = Value{static_cast<std::int64_t>(i + 1)};
-    cursor->InsertFeature(buffer);
-  }
-  cursor->Flush();
+  testkit::MakeClass(dir / "inv.gpkg",
+                     testkit::ClassSpec("Stands", platform::GeometryType::Polygon, sr,
+                                        {Field{"StandID", "", FieldType::String, 8}, Field{"Age", "", FieldType::Integer}}),
+                     {{testkit::Square(0, 0, 100), {Value{std::string("A")}, Value{std::int64_t{10}}}},
+                      {testkit::Square(100, 0, 100), {Value{std::string("B")}, Value{std::int64_t{11}}}}});
+  testkit::MakeClass(dir / "inv.gpkg",
+                     testkit::ClassSpec("Plots", platform::GeometryType::Point, sr,
+                                        {Field{"PlotID", "", FieldType::Integer}, Field{"Age", "", FieldType::String, 4}}),
+                     {{testkit::PointWkt(50, 50), {Value{std::int64_t{1}}}},
+                      {testkit::PointWkt(150, 50), {Value{std::int64_t{2}}}},
+                      {testkit::PointWkt(500, 500), {Value{std::int64_t{3}}}}});
 }
 
 std::vector<Value> Column(const std::string& store, const std::string& field) {
-  auto plots = platform::OpenFeatureLayer(store + "|layername=Plots").featureClass;
-  const auto index = static_cast<size_t>(plots->FindField(field));
-  std::vector<Value> values;
-  auto cursor = plots->Search();
-  while (auto feature = cursor->NextFeature()) values.push_back(feature->values.at(index));
-  return values;
+  return testkit::Column(store + "|layername=Plots", field);
 }
 
 TEST(ImportStandIdsCommand, ClonesTheStandIdAndRenamesAClashingAttribute) {
@@ -85,13 +57,11 @@ TEST(ImportStandIdsCommand, ClonesTheStandIdAndRenamesAClashingAttribute) {
 
 TEST(ImportStandIdsCommand, RefusesBadInputBeforeChangingAnything) {
   testkit::TempDir dir;
-  MakeInventory(dir, true);
+  MakeInventory(dir);
   const std::string stands = "--stands \"inv.gpkg|layername=Stands\" --stand-id StandID";
   auto run = Tarnwick(dir, "import-stand-ids " + stands + " --points \"inv.gpkg|layername=Stands\" --clone");
   EXPECT_EQ(run.exitCode, 2);
   EXPECT_NE(run.err.find("is the stand layer"), std::string::npos) << run.err;
-
-
   run = Tarnwick(dir, "import-stand-ids " + stands + " --points \"inv.gpkg|layername=Plots\"");
   EXPECT_EQ(run.exitCode, 2);  // neither --point-field nor --clone
   run = Tarnwick(dir, "import-stand-ids " + stands + " --attributes StandID --points \"inv.gpkg|layername=Plots\" --clone");
@@ -103,29 +73,15 @@ TEST(ImportStandIdsCommand, RefusesBadInputBeforeChangingAnything) {
   EXPECT_NE(run.err.find("Stand Polygon ID Field 'StandID':  Type = Text"), std::string::npos) << run.err;
 }
 
-// Points "plots" in a shapefile folder (feature IDs from 0); the second without geometry when asked.
-std::shared_ptr<platform::FeatureClass> MakeShapefilePlots(const testkit::TempDir& dir, bool withNullShape) {
-  auto workspace = platform::Workspace::OpenOrCreate(dir / "shp");
-  platform::Workspace::NewFeatureClass newClass;
-  newClass.name = "plots";
-  newClass.spatialReference = platform::SpatialReference::FromEpsg(26910);
-  newClass.fields = {Field{"PlotID", "", FieldType::Integer}};
-  auto plots = workspace->CreateFeatureClass(newClass);
-  auto cursor = plots->Insert();
-  for (int i = 0; i < 2; ++i) {
-    auto buffer = cursor->CreateFeatureBuffer();
-    if (i == 0 || !withNullShape) buffer.shape = platform::Geometry::MakePoint(50, 50, newClass.spatialReference);
-    buffer.values[2] = Value{std::int64_t{i + 1}};
-    cursor->InsertFeature(buffer);
-  }
-  cursor->Flush();
-  return plots;
-}
-
 TEST(ImportStandIdsCommand, ReadOnlyShapefileIsRefusedAndAFailedRunChangesNothing) {
   testkit::TempDir dir;
   MakeInventory(dir);
-  MakeShapefilePlots(dir, true);
+  // Points "plots" in a shapefile, the second without a shape.
+  testkit::MakeClass(dir / "shp",
+                     testkit::ClassSpec("plots", platform::GeometryType::Point,
+                                        platform::SpatialReference::FromEpsg(26910),
+                                        {Field{"PlotID", "", FieldType::Integer}}),
+                     {{testkit::PointWkt(50, 50), {Value{std::int64_t{1}}}}, {"", {Value{std::int64_t{2}}}}});
   const std::string dbf = dir / "shp/plots.dbf";
   const auto permissions = std::filesystem::status(dbf).permissions();
   std::filesystem::permissions(dbf, std::filesystem::perms::owner_read | std::filesystem::perms::group_read |

@@ -8,6 +8,7 @@
 #include "platform/host/memory_map_document.h"
 #include "cli/tarnwick_program.h"
 #include "platform/workspace.h"
+#include "testkit/layers.h"
 #include "transform_option.h"
 
 namespace tarnwick {
@@ -17,18 +18,10 @@ using CommandRun = testkit::CommandRun;
 
 // "alaska.gpkg" with class Stands: one square near Anchorage in NAD 1927.
 void MakeAlaskaStands(const testkit::TempDir& dir) {
-  auto workspace = platform::Workspace::OpenOrCreate(dir / "alaska.gpkg");
-  platform::Workspace::NewFeatureClass newClass;
-  newClass.name = "Stands";
-  newClass.geometryType = platform::GeometryType::Polygon;
-  newClass.spatialReference = platform::SpatialReference::FromEpsg(4267);
-  auto stands = workspace->CreateFeatureClass(newClass);
-  auto cursor = stands->Insert();
-  auto buffer = cursor->CreateFeatureBuffer();
-  buffer.shape = platform::Geometry::FromWkt("POLYGON((-150 61,-150 61.5,-149.5 61.5,-149.5 61,-150 61))",
-                                             newClass.spatialReference);
-  cursor->InsertFeature(buffer);
-  cursor->Flush();
+  testkit::MakeClass(dir / "alaska.gpkg",
+                     testkit::ClassSpec("Stands", platform::GeometryType::Polygon,
+                                        platform::SpatialReference::FromEpsg(4267)),
+                     {{testkit::Square(-150, 61, 0.5), {}}});
 }
 
 // The first table row: "   1  NAME ...".

@@ -7,6 +7,7 @@
 
 #include "cli/tarnwick_program.h"
 #include "platform/workspace.h"
+#include "testkit/layers.h"
 
 namespace tarnwick {
 namespace {
@@ -19,23 +20,16 @@ using Run = testkit::CommandRun;
 
 // "plots.gpkg" with class Plots (WGS 1984): PlotID, StandID, Elev.
 void MakePlots(const testkit::TempDir& dir, const std::vector<std::int64_t>& ids) {
-  auto workspace = platform::Workspace::OpenOrCreate(dir / "plots.gpkg");
-  platform::Workspace::NewFeatureClass newClass;
-  newClass.name = "Plots";
-  newClass.spatialReference = platform::SpatialReference::FromEpsg(4326);
-  newClass.fields = {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 10},
-                 Field{"Elev", "", FieldType::Double}};
-  auto plots = workspace->CreateFeatureClass(newClass);
-  auto cursor = plots->Insert();
-  for (size_t i = 0; i < ids.size(); ++i) {
-    auto buffer = cursor->CreateFeatureBuffer();
-    buffer.shape = platform::Geometry::MakePoint(-122.25 - 0.25 * static_cast<double>(i), 45.5, newClass.spatialReference);
-    buffer.values[2] = Value{ids[i]};
-    buffer.values[3] = Value{std::string("S") + std::to_string(ids[i])};
-    buffer.values[4] = Value{100.5};
-    cursor->InsertFeature(buffer);
+  std::vector<testkit::Row> rows;
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+    rows.push_back({testkit::PointWkt(-122.25 - 0.25 * static_cast<double>(i), 45.5),
+                    {Value{ids[i]}, Value{"S" + std::to_string(ids[i])}, Value{100.5}}});
   }
-  cursor->Flush();
+  testkit::MakeClass(dir / "plots.gpkg",
+                     testkit::ClassSpec("Plots", platform::GeometryType::Point, platform::SpatialReference::FromEpsg(4326),
+                                        {Field{"PlotID", "", FieldType::Integer},
+                                         Field{"StandID", "", FieldType::String, 10}, Field{"Elev", "", FieldType::Double}}),
+                     rows);
 }
 
 TEST(WaypointsCommand, WritesFileAndReportAndRefusesAnExistingOne) {

@@ -6,36 +6,26 @@
 #include "platform/edit_session.h"
 #include "platform/workspace.h"
 #include "testkit/dataset_snapshot.h"
+#include "testkit/layers.h"
 #include "testkit/temp_dir.h"
 
 namespace tarnwick::platform {
 namespace {
 
-struct StoreCase {
-  const char* name;
-  const char* path;
-};
-
-class AttributeUpdates : public ::testing::TestWithParam<StoreCase> {
+class AttributeUpdates : public ::testing::TestWithParam<testkit::StoreCase> {
  protected:
   // Class "Plots": PlotID, Note (text 12) and Code, five points.
   void SetUp() override {
-    Workspace::NewFeatureClass spec;
-    spec.name = "Plots";
-    spec.spatialReference = SpatialReference::FromEpsg(26910);
-    spec.fields = {Field{"PlotID", "", FieldType::Integer}, Field{"Note", "", FieldType::String, 12},
-                   Field{"Code", "", FieldType::Integer}};
-    auto plots = Workspace::OpenOrCreate(Store())->CreateFeatureClass(spec);
-    auto cursor = plots->Insert();
+    std::vector<testkit::Row> rows;
     for (int i = 0; i < 5; ++i) {
-      auto buffer = cursor->CreateFeatureBuffer();
-      buffer.shape = Geometry::MakePoint(500000.5 + i, 4000000.25, spec.spatialReference);
-      buffer.values.at(2) = Value{std::int64_t{100 + i}};
-      buffer.values.at(3) = Value{std::string("old")};
-      buffer.values.at(4) = Value{std::int64_t{-1}};
-      cursor->InsertFeature(buffer);
+      rows.push_back({testkit::PointWkt(500000.5 + i, 4000000.25),
+                      {Value{std::int64_t{100 + i}}, Value{std::string("old")}, Value{std::int64_t{-1}}}});
     }
-    cursor->Flush();
+    testkit::MakeClass(Store(),
+                       testkit::ClassSpec("Plots", GeometryType::Point, SpatialReference::FromEpsg(26910),
+                                          {Field{"PlotID", "", FieldType::Integer}, Field{"Note", "", FieldType::String, 12},
+                                           Field{"Code", "", FieldType::Integer}}),
+                       rows);
   }
   std::string Store() const { return dir / GetParam().path; }
   std::string Layer() const { return Store() + "|layername=Plots"; }
@@ -83,9 +73,8 @@ TEST_P(AttributeUpdates, DiscardedLeaveTheClassAsItWas) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Stores, AttributeUpdates,
-                         ::testing::Values(StoreCase{"Shapefiles", "shp"}, StoreCase{"FileGeodatabase", "inv.gdb"},
-                                           StoreCase{"GeoPackage", "inv.gpkg"}),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         ::testing::ValuesIn(testkit::kStores),
+                         [](const auto& info) { return info.param.name; });
 
 }  // namespace
 }  // namespace tarnwick::platform

@@ -10,17 +10,13 @@
 #include "platform/errors.h"
 #include "platform/workspace.h"
 #include "testkit/dataset_snapshot.h"
+#include "testkit/layers.h"
 #include "testkit/temp_dir.h"
 
 namespace tarnwick::platform {
 namespace {
 
-struct StoreCase {
-  const char* name;
-  const char* path;
-};
-
-class EditSessions : public ::testing::TestWithParam<StoreCase> {
+class EditSessions : public ::testing::TestWithParam<testkit::StoreCase> {
  protected:
   // Class "Plots" with two points and class "Old", written outside a session.
   void SetUp() override {
@@ -99,9 +95,8 @@ TEST_P(EditSessions, SavedChangesAreThereForAFreshOpening) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Stores, EditSessions,
-                         ::testing::Values(StoreCase{"Shapefiles", "shp"}, StoreCase{"FileGeodatabase", "inv.gdb"},
-                                           StoreCase{"GeoPackage", "inv.gpkg"}),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         ::testing::ValuesIn(testkit::kStores),
+                         [](const auto& info) { return info.param.name; });
 
 TEST(DatasetLock, ASecondRunIsToldTheDatasetIsInUseUntilTheFirstEnds) {
   testkit::TempDir dir;

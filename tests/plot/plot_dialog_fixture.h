@@ -38,23 +38,10 @@ class DesktopApplication : public testkit::FakeApplication {
 // Class "name" of points with one integer field "PlotNum", in store.
 inline platform::FeatureLayer MakePoints(const std::string& store, const platform::SpatialReference& sr,
                                          const std::vector<platform::XY>& points, const std::string& name) {
-  auto workspace = platform::Workspace::OpenOrCreate(store);
-  platform::Workspace::NewFeatureClass newClass;
-  newClass.name = name;
-  newClass.spatialReference = sr;
-  newClass.fields = {Field{"PlotNum", "", FieldType::Integer}};
-  auto featureClass = workspace->CreateFeatureClass(newClass);
-  {
-    auto cursor = featureClass->Insert();
-    long number = 0;
-    for (const auto& xy : points) {
-      auto buffer = cursor->CreateFeatureBuffer();
-      buffer.shape = platform::Geometry::MakePoint(xy.x, xy.y, sr);
-      buffer.values[2] = std::int64_t{++number};
-      cursor->InsertFeature(buffer);
-    }
-    cursor->Flush();
-  }
+  std::vector<testkit::Row> rows;
+  for (const auto& xy : points) rows.push_back({testkit::PointWkt(xy.x, xy.y), {Value{std::int64_t(rows.size() + 1)}}});
+  auto featureClass = testkit::MakeClass(
+      store, testkit::ClassSpec(name, platform::GeometryType::Point, sr, {Field{"PlotNum", "", FieldType::Integer}}), rows);
   return platform::FeatureLayer{name, featureClass, {}, true};
 }
 

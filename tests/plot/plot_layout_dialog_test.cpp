@@ -34,19 +34,10 @@ TEST_F(PlotDialogTest, StartsWithoutLayersAndFallsBackToTheDocumentFolder) {
 }
 
 TEST_F(PlotDialogTest, GuessesFieldsFromTheLearntNamesTheLastMatchWinning) {
-  auto workspace = platform::Workspace::OpenOrCreate(dir / "stands.gpkg");
   auto makeClass = [&](const std::string& name, std::vector<Field> fields) {
-    platform::Workspace::NewFeatureClass newClass{name, platform::GeometryType::Polygon, utm, std::move(fields)};
-    auto featureClass = workspace->CreateFeatureClass(newClass);
-    {
-      auto cursor = featureClass->Insert();
-      for (int i = 0; i < 2; ++i) {
-        auto buffer = cursor->CreateFeatureBuffer();
-        buffer.shape = platform::Geometry::FromWkt(Square(500000 + 200 * i, 4000000, 100), utm);
-        cursor->InsertFeature(buffer);
-      }
-      cursor->Flush();
-    }
+    auto featureClass = testkit::MakeClass(dir / "stands.gpkg",
+                                           testkit::ClassSpec(name, platform::GeometryType::Polygon, utm, std::move(fields)),
+                                           {{Square(500000, 4000000, 100), {}}, {Square(500200, 4000000, 100), {}}});
     return platform::FeatureLayer{name, featureClass, {}, true};
   };
   const Field id{"ID", "", FieldType::String, 10};

@@ -15,6 +15,7 @@
 
 #include "desktop_fixture.h"
 #include "shell/extension.h"
+#include "testkit/layers.h"
 #include "testkit/run_command.h"
 #include "toolbar/tarnwick_toolbar.h"
 #include "transforms/selection_sequence.h"
@@ -108,15 +109,7 @@ void Type(QWidget& form, const char* box, const std::string& text) {
   emit edit.textEdited(edit.text());
 }
 
-// A column of a class, in feature order.
-std::vector<platform::Value> Column(const std::string& source, const std::string& field) {
-  const auto layer = platform::OpenFeatureLayer(source);
-  const auto index = static_cast<std::size_t>(layer.featureClass->FindField(field));
-  std::vector<platform::Value> values;
-  auto cursor = layer.featureClass->Search();
-  while (auto feature = cursor->NextFeature()) values.push_back(feature->values.at(index));
-  return values;
-}
+using testkit::Column;
 
 TEST_F(ModalToolViewsTest, ImportStandIDsWritesWhatTheCommandLineWrites) {
   answers["frmTransferStandIDs"] = {[this](QWidget& form) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/workspace.h"
+#include "testkit/layers.h"
 #include "testkit/temp_dir.h"
 
 namespace tarnwick::testfix {
@@ -23,59 +24,33 @@ struct StandRow {
 // Class "Stands": StandID text(10), Age integer, Area double(10,2).
 inline std::shared_ptr<platform::FeatureClass> MakeStands(const std::string& store, int epsg,
                                                           const std::vector<StandRow>& rows) {
-  auto workspace = platform::Workspace::OpenOrCreate(store);
-  platform::Workspace::NewFeatureClass newClass;
-  newClass.name = "Stands";
-  newClass.geometryType = platform::GeometryType::Polygon;
-  newClass.spatialReference = platform::SpatialReference::FromEpsg(epsg);
-  newClass.fields = {Field{"StandID", "", FieldType::String, 10}, Field{"Age", "", FieldType::Integer},
-                 Field{"Area", "", FieldType::Double, 0, 10, 2}};
-  auto stands = workspace->CreateFeatureClass(newClass);
-  auto cursor = stands->Insert();
-  for (const auto& row : rows) {
-    auto buffer = cursor->CreateFeatureBuffer();
-    buffer.shape = platform::Geometry::FromWkt(row.wkt, newClass.spatialReference);
-    buffer.values[2] = row.standId;
-    buffer.values[3] = row.age;
-    buffer.values[4] = row.area;
-    cursor->InsertFeature(buffer);
-  }
-  cursor->Flush();
-  return stands;
+  std::vector<testkit::Row> features;
+  for (const auto& row : rows) features.push_back({row.wkt, {row.standId, row.age, row.area}});
+  return testkit::MakeClass(store,
+                            testkit::ClassSpec("Stands", platform::GeometryType::Polygon,
+                                               platform::SpatialReference::FromEpsg(epsg),
+                                               {Field{"StandID", "", FieldType::String, 10},
+                                                Field{"Age", "", FieldType::Integer},
+                                                Field{"Area", "", FieldType::Double, 0, 10, 2}}),
+                            features);
 }
 
-// Class `name` of points with PlotID (integer) and the extra fields given.
+// Class `name` of points with PlotID (integer, from 1) and the extra fields given.
 inline std::shared_ptr<platform::FeatureClass> MakePoints(const std::string& store, const std::string& name, int epsg,
                                                           const std::vector<Field>& extraFields,
                                                           const std::vector<std::optional<platform::XY>>& points) {
-  auto workspace = platform::Workspace::OpenOrCreate(store);
-  platform::Workspace::NewFeatureClass newClass;
-  newClass.name = name;
-  newClass.geometryType = platform::GeometryType::Point;
-  newClass.spatialReference = platform::SpatialReference::FromEpsg(epsg);
-  newClass.fields = {Field{"PlotID", "", FieldType::Integer}};
-  newClass.fields.insert(newClass.fields.end(), extraFields.begin(), extraFields.end());
-  auto plots = workspace->CreateFeatureClass(newClass);
-  auto cursor = plots->Insert();
+  std::vector<Field> fields = {Field{"PlotID", "", FieldType::Integer}};
+  fields.insert(fields.end(), extraFields.begin(), extraFields.end());
+  std::vector<testkit::Row> rows;
   std::int64_t id = 1;
-  for (const auto& xy : points) {
-    auto buffer = cursor->CreateFeatureBuffer();
-    if (xy) buffer.shape = platform::Geometry::MakePoint(xy->x, xy->y, newClass.spatialReference);
-    buffer.values[2] = id++;
-    cursor->InsertFeature(buffer);
-  }
-  cursor->Flush();
-  return plots;
+  for (const auto& xy : points) rows.push_back({xy ? testkit::PointWkt(xy->x, xy->y) : "", {Value{id++}}});
+  return testkit::MakeClass(store,
+                            testkit::ClassSpec(name, platform::GeometryType::Point,
+                                               platform::SpatialReference::FromEpsg(epsg), fields),
+                            rows);
 }
 
-// Values of one field for every feature, in feature order.
-inline std::vector<Value> Column(platform::FeatureClass& featureClass, const std::string& field) {
-  const int index = featureClass.FindField(field);
-  std::vector<Value> values;
-  auto cursor = featureClass.Search();
-  while (auto feature = cursor->NextFeature()) values.push_back(feature->values.at(static_cast<size_t>(index)));
-  return values;
-}
+using testkit::Column;
 
 inline platform::FeatureLayer Layer(std::shared_ptr<platform::FeatureClass> featureClass, std::string name) {
   return platform::FeatureLayer{std::move(name), std::move(featureClass), {}, true};

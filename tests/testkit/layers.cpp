@@ -45,4 +45,15 @@ std::vector<platform::Feature> ReadAll(platform::FeatureClass& featureClass) {
   return features;
 }
 
+std::vector<platform::Value> Column(platform::FeatureClass& featureClass, const std::string& field) {
+  const auto index = static_cast<std::size_t>(featureClass.FindField(field));
+  std::vector<platform::Value> values;
+  for (auto& feature : ReadAll(featureClass)) values.push_back(std::move(feature.values.at(index)));
+  return values;
+}
+
+std::vector<platform::Value> Column(const std::string& layerSource, const std::string& field) {
+  return Column(*platform::OpenFeatureLayer(layerSource).featureClass, field);
+}
+
 }  // namespace tarnwick::testkit

@@ -33,6 +33,10 @@ std::string Square(double x, double y, double side);
 // Every feature of the class, in feature order.
 std::vector<platform::Feature> ReadAll(platform::FeatureClass& featureClass);
 
+// One field's values for every feature, in feature order.
+std::vector<platform::Value> Column(platform::FeatureClass& featureClass, const std::string& field);
+std::vector<platform::Value> Column(const std::string& layerSource, const std::string& field);
+
 // The three kinds of store, as paths relative to a test's folder.
 struct StoreCase {
   const char* name;

@@ -8,6 +8,7 @@
 #include "shell/commands.h"
 #include "shell/extension.h"
 #include "testkit/fake_application.h"
+#include "testkit/layers.h"
 #include "testkit/temp_dir.h"
 #include "waypoints/waypoint_command_driver.h"
 
@@ -27,26 +28,16 @@ struct PlotRow {
 
 // A GeoPackage point class "Plots" with PlotID (integer), StandID (text), Elev (double).
 platform::FeatureLayer MakePlots(const testkit::TempDir& dir, int epsg, const std::vector<PlotRow>& rows) {
-  auto workspace = platform::Workspace::OpenOrCreate(dir / "plots.gpkg");
-  platform::Workspace::NewFeatureClass newClass;
-  newClass.name = "Plots";
-  newClass.geometryType = platform::GeometryType::Point;
-  newClass.spatialReference = platform::SpatialReference::FromEpsg(epsg);
-  newClass.fields = {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 20},
-                 Field{"Elev", "", FieldType::Double}};
-  auto plots = workspace->CreateFeatureClass(newClass);
-  {
-    auto cursor = plots->Insert();
-    for (const auto& row : rows) {
-      auto buffer = cursor->CreateFeatureBuffer();
-      buffer.values[2] = row.plotId;
-      buffer.values[3] = row.standId;
-      buffer.values[4] = row.elevation;
-      if (row.xy) buffer.shape = platform::Geometry::MakePoint(row.xy->x, row.xy->y, newClass.spatialReference);
-      cursor->InsertFeature(buffer);
-    }
-    cursor->Flush();
+  std::vector<testkit::Row> points;
+  for (const auto& row : rows) {
+    points.push_back({row.xy ? testkit::PointWkt(row.xy->x, row.xy->y) : "", {row.plotId, row.standId, row.elevation}});
   }
+  auto plots = testkit::MakeClass(
+      dir / "plots.gpkg",
+      testkit::ClassSpec("Plots", platform::GeometryType::Point, platform::SpatialReference::FromEpsg(epsg),
+                         {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 20},
+                          Field{"Elev", "", FieldType::Double}}),
+      points);
   return platform::FeatureLayer{"Plot Layer", plots, {}, true};
 }
 

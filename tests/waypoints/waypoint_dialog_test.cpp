@@ -11,6 +11,7 @@
 #include "shell/extension.h"
 #include "shell/model_tool_dialog.h"
 #include "testkit/fake_desktop.h"
+#include "testkit/layers.h"
 #include "testkit/temp_dir.h"
 #include "transforms/transform_search.h"
 #include "waypoints/waypoint_checks.h"
@@ -29,22 +30,11 @@ using Names = std::vector<std::string>;
 std::shared_ptr<platform::FeatureClass> MakePoints(const std::string& store, const std::string& name, int epsg,
                                                    const std::vector<Field>& fields,
                                                    const std::vector<std::vector<Value>>& rows) {
-  platform::Workspace::NewFeatureClass newClass;
-  newClass.name = name;
-  newClass.spatialReference = platform::SpatialReference::FromEpsg(epsg);
-  newClass.fields = fields;
-  auto points = platform::Workspace::OpenOrCreate(store)->CreateFeatureClass(newClass);
-  auto cursor = points->Insert();
-  double x = 452010;
-  for (const auto& row : rows) {
-    auto buffer = cursor->CreateFeatureBuffer();
-    buffer.shape = platform::Geometry::MakePoint(x, 4923010, newClass.spatialReference);
-    x += 10;
-    for (size_t i = 0; i < row.size(); ++i) buffer.values[i + 2] = row[i];
-    cursor->InsertFeature(buffer);
-  }
-  cursor->Flush();
-  return points;
+  std::vector<testkit::Row> points;
+  for (const auto& row : rows) points.push_back({testkit::PointWkt(452010 + 10.0 * static_cast<double>(points.size()), 4923010), row});
+  return testkit::MakeClass(
+      store, testkit::ClassSpec(name, platform::GeometryType::Point, platform::SpatialReference::FromEpsg(epsg), fields),
+      points);
 }
 
 std::vector<std::vector<Value>> Ids(std::initializer_list<std::int64_t> ids) {
