@@ -22,11 +22,11 @@ class EditSessions : public ::testing::TestWithParam<testkit::StoreCase> {
   void SetUp() override {
     auto workspace = Workspace::OpenOrCreate(Store());
     for (const char* name : {"Plots", "Old"}) {
-      Workspace::NewFeatureClass spec;
-      spec.name = name;
-      spec.spatialReference = SpatialReference::FromEpsg(26910);
-      spec.fields = {Field{"PlotID", "", FieldType::Integer}};
-      Insert(*workspace->CreateFeatureClass(spec), 2);
+      Workspace::NewFeatureClass newClass;
+      newClass.name = name;
+      newClass.spatialReference = SpatialReference::FromEpsg(26910);
+      newClass.fields = {Field{"PlotID", "", FieldType::Integer}};
+      Insert(*workspace->CreateFeatureClass(newClass), 2);
     }
   }
   std::string Store() const { return dir / GetParam().path; }
@@ -48,10 +48,10 @@ class EditSessions : public ::testing::TestWithParam<testkit::StoreCase> {
     Insert(*plots, 5);
     workspace->DeleteFeatureClass("Old");
     for (const char* name : {"Old", "New"}) {
-      Workspace::NewFeatureClass spec;
-      spec.name = name;
-      spec.fields = {Field{"Code", "", FieldType::Integer}};
-      Insert(*workspace->CreateFeatureClass(spec), 1);
+      Workspace::NewFeatureClass newClass;
+      newClass.name = name;
+      newClass.fields = {Field{"Code", "", FieldType::Integer}};
+      Insert(*workspace->CreateFeatureClass(newClass), 1);
     }
   }
   std::string Layer(const std::string& name) const { return Store() + "|layername=" + name; }

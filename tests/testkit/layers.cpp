@@ -3,13 +3,13 @@
 namespace tarnwick::testkit {
 
 std::shared_ptr<platform::FeatureClass> MakeClass(const std::string& store,
-                                                  const platform::Workspace::NewFeatureClass& spec,
+                                                  const platform::Workspace::NewFeatureClass& newClass,
                                                   const std::vector<Row>& rows) {
-  auto featureClass = platform::Workspace::OpenOrCreate(store)->CreateFeatureClass(spec);
+  auto featureClass = platform::Workspace::OpenOrCreate(store)->CreateFeatureClass(newClass);
   auto cursor = featureClass->Insert();
   for (const Row& row : rows) {
     auto buffer = cursor->CreateFeatureBuffer();
-    if (!row.wkt.empty()) buffer.shape = platform::Geometry::FromWkt(row.wkt, spec.spatialReference);
+    if (!row.wkt.empty()) buffer.shape = platform::Geometry::FromWkt(row.wkt, newClass.spatialReference);
     for (std::size_t i = 0; i < row.values.size(); ++i) buffer.values.at(i + 2) = row.values[i];
     cursor->InsertFeature(buffer);
   }
@@ -20,12 +20,12 @@ std::shared_ptr<platform::FeatureClass> MakeClass(const std::string& store,
 platform::Workspace::NewFeatureClass ClassSpec(std::string name, platform::GeometryType type,
                                                const platform::SpatialReference& sr,
                                                std::vector<platform::Field> fields) {
-  platform::Workspace::NewFeatureClass spec;
-  spec.name = std::move(name);
-  spec.geometryType = type;
-  spec.spatialReference = sr;
-  spec.fields = std::move(fields);
-  return spec;
+  platform::Workspace::NewFeatureClass newClass;
+  newClass.name = std::move(name);
+  newClass.geometryType = type;
+  newClass.spatialReference = sr;
+  newClass.fields = std::move(fields);
+  return newClass;
 }
 
 std::string PointWkt(double x, double y) {

@@ -16,9 +16,9 @@ struct Row {
   std::vector<platform::Value> values;
 };
 
-// The class `spec` in the store at `store` (made when missing), holding rows.
+// The class `newClass` in the store at `store` (made when missing), holding rows.
 std::shared_ptr<platform::FeatureClass> MakeClass(const std::string& store,
-                                                  const platform::Workspace::NewFeatureClass& spec,
+                                                  const platform::Workspace::NewFeatureClass& newClass,
                                                   const std::vector<Row>& rows = {});
 
 // A class description in one expression.
