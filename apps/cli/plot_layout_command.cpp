@@ -101,14 +101,24 @@ NumberLimits Distances(bool positive) {
   return limits;
 }
 
-// The pair of texts a flag holds as "A<separator>B" (checked to be numbers).
+// A user-defined ratio's values: above 0, and no larger than any grid needs.
+NumberLimits RatioLimits() {
+  NumberLimits limits;
+  limits.low = 0;
+  limits.lowIncluded = false;
+  limits.high = kLargestRatio;
+  return limits;
+}
+
+// The pair of texts a flag holds as "A<separator>B"; without the separator,
+// the whole text and an empty second.
 std::pair<std::string, std::string> Parts(const std::string& text, char separator) {
   return SplitPair(text, separator).value_or(std::pair<std::string, std::string>{text, ""});
 }
 
 // The stand field, units, spacing, orientation, buffer and first number. The
-// numbers are read first, a bad one named by its flag; then the dialog's
-// checks see the flags' texts as its boxes would hold them.
+// dialog's checks see the flags' texts as its boxes would hold them; then
+// the numbers are read, one out of range named by its flag.
 void BuildGrid(const PlotLayoutOptions& o, const platform::FeatureLayer& stands, long maxPlots,
                PlotLayoutParameters& p) {
   const int chosen = (o.plots ? 1 : 0) + (o.plotsField.empty() ? 0 : 1) + (o.spacing.empty() ? 0 : 1) +
@@ -125,37 +135,20 @@ void BuildGrid(const PlotLayoutOptions& o, const platform::FeatureLayer& stands,
   GridEntries grid;
   grid.unitsText = UnitsText(o.units, "units");
   grid.plotsOption = o.plots ? 0 : !o.plotsField.empty() ? 1 : !o.spacing.empty() ? 2 : 3;
-  long plotsPerStand = 0;
-  if (o.plots) {
-    plotsPerStand = WholeNumberArgument("--plots", *o.plots, "the number of plots per stand", 0, maxPlots);
-    grid.numPlotsText = *o.plots;
-  }
+  grid.numPlotsText = o.plots.value_or("");
   const std::array<std::string, 3> fixedRatios = {"1:1", "1:2", "1:2.5"};
   grid.ratioOption = 3;
   for (std::size_t i = 0; i < fixedRatios.size(); ++i) {
     if (o.ratio == fixedRatios[i]) grid.ratioOption = static_cast<int>(i);
   }
-  std::pair<double, double> ratio;
-  if (grid.plotsOption <= 1 && grid.ratioOption == 3) {
-    ratio = NumberPairArgument("--ratio", o.ratio, ':', "the X-value of the ratio", "the Y-value of the ratio");
-    std::tie(grid.xRatioText, grid.yRatioText) = Parts(o.ratio, ':');
-  }
-  std::pair<double, double> spacing;
-  if (!o.spacing.empty()) {
-    spacing = NumberPairArgument("--spacing", o.spacing, ',', "the X spacing", "the Y spacing", Distances(true));
-    std::tie(grid.xSpacingText, grid.ySpacingText) = Parts(o.spacing, ',');
-  }
+  const bool userRatio = grid.plotsOption <= 1 && grid.ratioOption == 3;
+  if (userRatio) std::tie(grid.xRatioText, grid.yRatioText) = Parts(o.ratio, ':');
+  std::tie(grid.xSpacingText, grid.ySpacingText) = Parts(o.spacing, ',');
   grid.orientationText = o.orientation.value_or("0");
-  const double orientation =
-      NumberArgument("--orientation", grid.orientationText, "the orientation", OrientationLimits());
   grid.bufferText = o.buffer;
-  const double buffer = NumberArgument("--buffer", o.buffer, "the buffer distance", Distances(false));
   grid.bufferUnitsText = UnitsText(o.bufferUnits, "buffer units");
   grid.startAboveHighest = o.startAboveHighest;
   if (!o.startAboveHighest) grid.startNumberText = o.start.value_or("1");
-  const long firstPlotNumber = o.start ? WholeNumberArgument("--start", *o.start, "the first plot number",
-                                                             -kLargestPlotNumber, kLargestPlotNumber)
-                                       : (o.startAboveHighest ? 0 : 1);
 
   const auto standField = FieldOffered(standClass, o.standId, kStandIdFieldKinds);
   const auto plotsField = FieldOffered(standClass, o.plotsField, kNumericFieldKinds);
@@ -170,35 +163,53 @@ void BuildGrid(const PlotLayoutOptions& o, const platform::FeatureLayer& stands,
   grid.orientationFromField = !o.orientationField.empty();
   grid.orientationFieldChosen = orientationField.has_value();
   const PlotCheck failure = CheckGridEntries(grid);
+  const auto given = [](const char* option, const std::string& text) {
+    return std::string(option) + " '" + text + "'";
+  };
   std::string hint;
   switch (failure ? failure->number : 0) {
     case 1: hint = FieldHint("--stand-id", o.standId, stands, kStandIdFieldKinds); break;
     case 2: hint = "Give them with --units."; break;
+    case 4: case 5: case 6: case 7: hint = given("--ratio", o.ratio); break;
+    case 9: hint = given("--plots", grid.numPlotsText); break;
     case 10: hint = FieldHint("--plots-field", o.plotsField, stands, kNumericFieldKinds); break;
+    case 11: case 12: hint = given("--spacing", o.spacing); break;
     case 13: hint = FieldHint("--spacing-fields", xName, stands, kNumericFieldKinds); break;
     case 14: hint = FieldHint("--spacing-fields", yName, stands, kNumericFieldKinds); break;
     case 15: hint = FieldHint("--orientation-field", o.orientationField, stands, kNumericFieldKinds); break;
+    case 16: hint = given("--orientation", grid.orientationText); break;
+    case 17: hint = given("--buffer", o.buffer); break;
+    case 18: hint = given("--start", grid.startNumberText); break;
     default: break;
   }
   Require(failure, hint);
+
+  // The texts are numbers now; each must also lie in its range, or it is
+  // refused in one line naming its flag.
+  const long plotsPerStand =
+      o.plots ? WholeNumberArgument("--plots", *o.plots, "the number of plots per stand", 0, maxPlots) : 0;
+  const std::pair<double, double> ratio =
+      userRatio ? NumberPairArgument("--ratio", o.ratio, ':', "the X-value of the ratio", "the Y-value of the ratio",
+                                     RatioLimits())
+                : std::pair{1.0, 1.0};
+  const std::pair<double, double> spacing =
+      o.spacing.empty() ? std::pair{0.0, 0.0}
+                        : NumberPairArgument("--spacing", o.spacing, ',', "the X spacing", "the Y spacing",
+                                             Distances(true));
+  const double orientation =
+      NumberArgument("--orientation", grid.orientationText, "the orientation", OrientationLimits());
+  const double buffer = NumberArgument("--buffer", o.buffer, "the buffer distance", Distances(false));
+  const long firstPlotNumber = o.start ? WholeNumberArgument("--start", *o.start, "the first plot number",
+                                                             -kLargestPlotNumber, kLargestPlotNumber)
+                                       : (o.startAboveHighest ? 0 : 1);
 
   auto indexOf = [&](const platform::Field& field) { return standClass.FindField(field.name); };
   p.stands.standIdField = *standField;
   p.stands.standIdFieldIndex = indexOf(*standField);
   p.units = grid.unitsText;
-  SpacingRatio spacingRatio = SpacingRatio::Of(static_cast<SpacingRatioOption>(grid.ratioOption));
-  if (grid.plotsOption <= 1 && grid.ratioOption == 3) {
-    NumberLimits limits;
-    limits.low = 0;
-    limits.lowIncluded = false;
-    limits.high = kLargestRatio;
-    for (const auto& [value, what] : {std::pair{ratio.first, "the X-value"}, std::pair{ratio.second, "the Y-value"}}) {
-      if (const std::string problem = NumberProblem(value, limits); !problem.empty()) {
-        throw UsageError("--ratio '" + o.ratio + "': " + what + " of the ratio " + problem);
-      }
-    }
-    spacingRatio = SpacingRatio::Of(SpacingRatioOption::UserDefined, ratio.first, ratio.second);
-  }
+  const SpacingRatio spacingRatio =
+      userRatio ? SpacingRatio::Of(SpacingRatioOption::UserDefined, ratio.first, ratio.second)
+                : SpacingRatio::Of(static_cast<SpacingRatioOption>(grid.ratioOption));
   switch (grid.plotsOption) {
     case 0: p.spacing = PlotsPerPolygon{plotsPerStand, spacingRatio}; break;
     case 1: p.spacing = PlotsFromField{indexOf(*plotsField), *plotsField, spacingRatio}; break;
@@ -216,7 +227,8 @@ void BuildGrid(const PlotLayoutOptions& o, const platform::FeatureLayer& stands,
 
 // Each transformation as the --transform option settles it.
 TransformationChooser ChooserOf(TransformOption& option, CommandContext& context) {
-  return [&option, &context](const SearchObject& from, const SearchObject& to, const platform::Geometry* at) {
+  return [&option, &context](const SearchObject& from, const SearchObject& to,
+                              const platform::Geometry* at) -> Checked<TransformationChoice> {
     const ResolvedTransform resolved = option.Resolve(context, from, to, at);
     TransformationChoice choice;
     choice.transformation = resolved.transformation;
@@ -269,11 +281,6 @@ AnchorOption BuildAnchor(PlotLayoutOptions& o, CommandContext& context, const pl
   AnchorEntries entries;
   std::optional<platform::FeatureLayer> anchorLayer;
   if (!o.anchor.empty()) {
-    NumberLimits coordinates;
-    coordinates.low = -kLargestCoordinate;
-    coordinates.high = kLargestCoordinate;
-    NumberPairArgument("--anchor", o.anchor, ',', "the anchor's X-coordinate", "the anchor's Y-coordinate",
-                       coordinates);
     std::tie(entries.xText, entries.yText) = Parts(o.anchor, ',');
     try {
       entries.reference = o.anchorCrs.empty() ? stands.featureClass->GetSpatialReference()
@@ -303,7 +310,20 @@ AnchorOption BuildAnchor(PlotLayoutOptions& o, CommandContext& context, const pl
   }
   AnchorOption anchor;
   const PlotCheck failure = SettleAnchor(entries, anchorLayer, stands, output, ChooserOf(o.transform, context), anchor);
-  Require(failure, failure && failure->number == 32 ? "Give the anchor's coordinate system with --anchor-crs." : "");
+  std::string hint;
+  switch (failure ? failure->number : 0) {
+    case 30: case 31: hint = "--anchor '" + o.anchor + "'"; break;
+    case 32: hint = "Give the anchor's coordinate system with --anchor-crs."; break;
+    default: break;
+  }
+  Require(failure, hint);
+  if (!o.anchor.empty()) {
+    NumberLimits coordinates;
+    coordinates.low = -kLargestCoordinate;
+    coordinates.high = kLargestCoordinate;
+    NumberPairArgument("--anchor", o.anchor, ',', "the anchor's X-coordinate", "the anchor's Y-coordinate",
+                       coordinates);
+  }
   return anchor;
 }
 
@@ -341,7 +361,6 @@ int RunPlotLayout(PlotLayoutOptions& o, CommandContext& context) {
   // Stands.
   const platform::FeatureLayer stands = OpenLayer(o.stands);
   RequireShape(stands, platform::GeometryType::Polygon, "polygon");
-  Require(CheckStandLayerReference(stands));
   parameters.stands.layer = stands;
   parameters.stands.doAllStands = !o.selected.has_value();
   if (o.selected) {

@@ -202,11 +202,12 @@ std::optional<AnchorOption> frmPlotLayout::BuildAnchor(const platform::FeatureLa
 }
 
 // Each transformation is settled by the Selection sequence, which may ask
-// the user, after the choice to skip one has been forgotten.
+// the user, after the choice to skip one has been forgotten; one that cannot
+// run here is refused before anything is written.
 TransformationChooser frmPlotLayout::ChooserOfTransformations() {
   return [this](const SearchObject& from, const SearchObject& to, const platform::Geometry* at) {
     extension_->ChoseToSkipGeoTransformation = false;
-    return SelectGeoTransformation(*application_, document_->FocusMap(), defaults_, from, to, at);
+    return SelectGeoTransformationForRun(*application_, document_->FocusMap(), defaults_, from, to, at);
   };
 }
 

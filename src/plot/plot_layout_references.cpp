@@ -2,12 +2,30 @@
 
 namespace tarnwick {
 
+namespace {
+
+// A chooser's refusal as the dialog's box: its text's first paragraph is the
+// head, the rest the body.
+PlotCheckFailure RefusalFailure(const CheckMessage& refusal) {
+  PlotCheckFailure failure;
+  const auto gap = refusal.text.find("\n\n");
+  failure.head = refusal.text.substr(0, gap);
+  if (gap != std::string::npos) failure.body = refusal.text.substr(gap + 2);
+  failure.title = refusal.title;
+  failure.icon = refusal.icon;
+  return failure;
+}
+
+}  // namespace
+
 PlotCheck SettleExistingOutput(const platform::FeatureLayer& stands, ExistingPlotLayer& existing,
                                const TransformationChooser& choose) {
   PlotCheck failure = CheckStandLayerReference(stands);
   if (!failure) failure = CheckPointLayerReference(existing.layer);
   if (failure) return failure;
-  const TransformationChoice choice = choose(stands, existing.layer, nullptr);
+  const Checked<TransformationChoice> checked = choose(stands, existing.layer, nullptr);
+  if (const CheckMessage* refusal = Refusal(checked)) return RefusalFailure(*refusal);
+  const auto& choice = std::get<TransformationChoice>(checked);
   existing.transformation = choice.transformation;
   existing.direction = choice.direction;
   return std::nullopt;
@@ -32,7 +50,9 @@ PlotCheck SettleAnchor(const AnchorEntries& entries, const std::optional<platfor
   const platform::Geometry point = platform::Geometry::MakePoint(x, y, entries.reference);
   const SearchObject anchorSide = anchorLayer ? SearchObject(*anchorLayer) : SearchObject(entries.reference);
   const SearchObject outputSide = existing ? SearchObject(existing->layer) : SearchObject(stands);
-  const TransformationChoice choice = choose(anchorSide, outputSide, &point);
+  const Checked<TransformationChoice> checked = choose(anchorSide, outputSide, &point);
+  if (const CheckMessage* refusal = Refusal(checked)) return RefusalFailure(*refusal);
+  const auto& choice = std::get<TransformationChoice>(checked);
   if (anchorLayer) {
     anchor = LayerAnchor{*anchorLayer, entries.layerOptionCaption, x,
                          y,            entries.reference,          choice.transformation,

@@ -13,10 +13,11 @@
 
 namespace tarnwick {
 
-// Chooses the transformation from one side to the other; `at` (may be
-// nullptr) is where the candidates are judged.
-using TransformationChooser = std::function<TransformationChoice(const SearchObject& from, const SearchObject& to,
-                                                                 const platform::Geometry* at)>;
+// Chooses the transformation from one side to the other, or refuses one the
+// run could not use (its grid files are missing); `at` (may be nullptr) is
+// where the candidates are judged.
+using TransformationChooser = std::function<Checked<TransformationChoice>(
+    const SearchObject& from, const SearchObject& to, const platform::Geometry* at)>;
 
 // Adding to an existing layer: the stand and point layers' references, then
 // the transformation from the stands to the points, set in `existing`.

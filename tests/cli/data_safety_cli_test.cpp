@@ -343,7 +343,7 @@ TEST(DataSafety, HangProneNumbersAreRefusedBeforeAnythingIsWritten) {
   const std::string run = "plot-layout " + std::string(kStands) + " --units meters --out out.gpkg/Plots ";
   ExpectRefused(dir, run, {
       {"--plots 5 --orientation 1e308", "--orientation '1e308': the orientation must be at most 360"},
-      {"--plots 5 --orientation inf", "--orientation 'inf': the orientation must be a number"},
+      {"--plots 5 --orientation inf", "No Grid Orientation Specified!"},
       {"--plots 1000000000", "--plots '1000000000': the number of plots per stand must be at most 50000000"},
       {"--spacing 0.1,0.1 --max-plots 1000000",
        "This run would lay out about 2,000,000 plots, more than the limit of 1,000,000. Pass a larger --max-plots"},
@@ -388,10 +388,10 @@ TEST(DataSafety, BadArgumentsGiveOneLineNamingTheOptionAndValue) {
   const std::string run = "plot-layout " + std::string(kStands) + " --units meters --out out.gpkg/Plots ";
   const std::pair<std::string, std::string> cases[] = {
       {"--spacing 0,10", "--spacing '0,10': the X spacing must be greater than 0"},
-      {"--spacing nan,10", "--spacing 'nan,10': the X spacing must be a number"},
+      {"--spacing 1e12,10", "--spacing '1e12,10': the X spacing must be at most 1000000000"},
       {"--plots -5", "--plots '-5': the number of plots per stand must be at least 0"},
       {"--plots 5 --ratio 1:-2", "--ratio '1:-2': the Y-value of the ratio must be greater than 0"},
-      {"--plots 5 --anchor nan,nan", "--anchor 'nan,nan': the anchor's X-coordinate must be a number"},
+      {"--plots 5 --anchor 1e11,0", "--anchor '1e11,0': the anchor's X-coordinate must be at most 10000000000"},
       {"--plots 5 --start 1.5", "--start '1.5': the first plot number must be a whole number"},
       {"--plots 5 --max-plots 0", "--max-plots '0': the plot limit must be at least 1"},
   };
@@ -400,6 +400,12 @@ TEST(DataSafety, BadArgumentsGiveOneLineNamingTheOptionAndValue) {
     EXPECT_EQ(result.exitCode, 2) << arguments;
     EXPECT_EQ(result.err, "tarnwick: " + line + "\n");
   }
+  // A text that is no number at all gets the Plot Layout dialog's message,
+  // then the flag and the value.
+  const CommandRun nan = Tarnwick(dir, run + "--spacing nan,10");
+  EXPECT_EQ(nan.exitCode, 2);
+  EXPECT_EQ(nan.err, "tarnwick: No X-Axis Spacing Distance Specified!\n"
+                     "Please specify your desired spacing between points...\n--spacing 'nan,10'\n");
   EXPECT_FALSE(fs::exists(dir / "out.gpkg"));
 }
 

@@ -111,13 +111,14 @@ TEST(PlotLayoutCommand, RefusesBadArgumentsAndReportsAFailedRun) {
   EXPECT_FALSE(std::filesystem::exists(dir / "out.gpkg"));
 }
 
-TEST(PlotLayoutCommand, RefusesStandsWithoutASpatialReferenceBeforeWriting) {
+TEST(PlotLayoutCommand, StandsWithoutASpatialReferenceFailTheRunBeforeItWrites) {
   testkit::TempDir dir;
   MakeStands(dir, {Value{std::string("A")}}, false, "bare");
   const CommandRun run = Tarnwick(dir, "plot-layout --stands bare/Stands.shp --stand-id StandID --units meters "
                                        "--spacing 30,30 --out out.gpkg/Plots");
-  EXPECT_EQ(run.exitCode, 2);
-  EXPECT_NE(run.err.find("spatial reference"), std::string::npos) << run.err;
+  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_EQ(run.err.rfind("tarnwick: the plot layout failed: The stand layer 'Stands' has no spatial reference\n"
+                          "Nothing was changed.", 0), 0u) << run.err;
   EXPECT_FALSE(std::filesystem::exists(dir / "out.gpkg"));
 }
 

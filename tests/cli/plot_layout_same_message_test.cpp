@@ -33,7 +33,10 @@ TEST_F(PlotDialogTest, CommandLineAndDialogRefuseWithTheSameMessage) {
   d.SetText("txtXRatio", "0");
   d.SetText("txtYRatio", "2");
   OK();
-  ASSERT_EQ(app.boxes.size(), 2u);
+  d.SetListIndex("cbxSpacingRatioOptions", 0);
+  d.SetText("txtNumPlots", "four");
+  OK();
+  ASSERT_EQ(app.boxes.size(), 3u);
   EXPECT_EQ(app.boxes[0].text.rfind("Specified filename already exists!", 0), 0u);
   EXPECT_EQ(app.boxes[1].text.rfind("Invalid Value for X-Value of User-Defined Ratio!", 0), 0u);
 
@@ -42,7 +45,11 @@ TEST_F(PlotDialogTest, CommandLineAndDialogRefuseWithTheSameMessage) {
   EXPECT_EQ(exists.err.rfind(CommandLineText(app.boxes[0].text), 0), 0u) << exists.err;
   const testkit::CommandRun ratio = Tarnwick(dir, run + "--ratio 0:2 --out plots.gpkg/New");
   EXPECT_EQ(ratio.exitCode, 2);
-  EXPECT_EQ(ratio.err, CommandLineText(app.boxes[1].text));
+  EXPECT_EQ(ratio.err, CommandLineText(app.boxes[1].text) + "--ratio '0:2'\n");
+  const testkit::CommandRun count = Tarnwick(
+      dir, "plot-layout --stands stands.gpkg --stand-id StandID --plots four --out plots.gpkg/New");
+  EXPECT_EQ(count.exitCode, 2);
+  EXPECT_EQ(count.err, CommandLineText(app.boxes[2].text) + "--plots 'four'\n");
 }
 
 }  // namespace

@@ -20,7 +20,9 @@ class PlotChecks : public PlotDialogTest {
     layers = {MakeStands(dir / "stands.gpkg", utm, {{Square(500000, 4000000, 100), "A"}}),
               MakeStands(dir / "nocrs.gpkg", none, {{Square(0, 0, 100), "B"}}, "NoCrs"),
               MakePoints(dir / "points.gpkg", utm, {{500050, 4000050}}, "Points"),
-              MakePoints(dir / "nocrs_points.gpkg", none, {{50, 50}}, "NoCrsPoints")};
+              MakePoints(dir / "nocrs_points.gpkg", none, {{50, 50}}, "NoCrsPoints"),
+              MakeStands(dir / "nad27.gpkg", platform::SpatialReference::FromEpsg(26710),
+                         {{Square(500000, 4000000, 100), "C"}}, "Nad27")};
   }
 
   // A dialog on the four layers that would pass every check.
@@ -201,6 +203,13 @@ TEST_F(PlotChecks, EachCheckShowsItsTextAndMarksItsControl) {
          clicked(d, "1", "1");
        },
        "", spatial},
+      // NAD 1927 stands into NAD 1983 points: the first candidate needs grid
+      // files this machine lacks, so the run is refused before it writes.
+      {0, "", [&](auto& d) {
+         d.SetListIndex("lbxPolygons", 2);
+         existing(d, 0, 1);
+       },
+       "", "Unusable Geographic Transformation:", "Install the grid files"},
       {0, "Layer No Longer Available!", [&](auto&) { map().layers.erase(map().layers.begin()); }, "lbxPolygons",
        "Layer Not Found:", "The layer 'Stands' has been removed from the map"},
   };
