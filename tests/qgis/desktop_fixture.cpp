@@ -1,33 +1,18 @@
 #include "desktop_fixture.h"
 
+#include <gtest/gtest.h>
+
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QTest>
 
 namespace tarnwick::desktop::testing {
-
-platform::FeatureLayer WritePlotPoints(const std::string& workspacePath, const std::string& name, int count) {
-  const auto sr = platform::SpatialReference::FromEpsg(26910);
-  auto workspace = platform::Workspace::OpenOrCreate(workspacePath);
-  auto points = workspace->CreateFeatureClass({.name = name,
-                                               .geometryType = platform::GeometryType::Point,
-                                               .spatialReference = sr,
-                                               .fields = {{"PlotID", "", platform::FieldType::Integer}}});
-  {
-    auto cursor = points->Insert();
-    auto buffer = cursor->CreateFeatureBuffer();
-    for (int i = 1; i <= count; ++i) {
-      buffer.shape = platform::Geometry::MakePoint(i, 2 * i, sr);
-      buffer.values[points->FindField("PlotID")] = std::int64_t{i};
-      cursor->InsertFeature(buffer);
-    }
-    cursor->Flush();
-  }
-  return {name, points, {}, true};
-}
 
 MiniDesktop::MiniDesktop() : project(std::make_unique<QgsProject>()), window(std::make_unique<QMainWindow>()) {
   canvas = new QgsMapCanvas(window.get());
@@ -76,6 +61,23 @@ ModalWatcher::ModalWatcher() {
     if (auto* dialog = qobject_cast<QDialog*>(modal)) dialog->reject();
   });
   timer_.start();
+}
+
+void Choose(QWidget& form, const char* combo, const QString& entry) {
+  auto& box = Widget<QComboBox>(form, combo);
+  const int index = box.findText(entry);
+  ASSERT_GE(index, 0) << combo << ": " << entry.toStdString();
+  box.setCurrentIndex(index);
+  emit box.activated(index);
+}
+
+// Key by key, so the form's key filter sees each one.
+void Type(QWidget& form, const char* box, const std::string& text) {
+  auto& edit = Widget<QLineEdit>(form, box);
+  edit.setFocus();
+  edit.selectAll();
+  QTest::keyClicks(&edit, QString::fromStdString(text));
+  EXPECT_EQ(edit.text().toStdString(), text) << box;
 }
 
 }  // namespace tarnwick::desktop::testing

@@ -1,12 +1,15 @@
 #pragma once
 // A QGIS desktop in miniature for widget tests: a main window with a canvas,
-// a layer tree view and a status bar over a project of the test's own, and a
-// watcher that answers the modal windows a test opens.
+// a layer tree view and a status bar over a project of the test's own, a
+// watcher that answers the modal windows a test opens, and the user's ways
+// of filling in a form by its controls' names.
 #include <QMainWindow>
 #include <QStringList>
 #include <QTimer>
 #include <functional>
 #include <memory>
+#include <stdexcept>
+#include <string>
 
 #include <qgslayertreemodel.h>
 #include <qgslayertreeview.h>
@@ -14,15 +17,10 @@
 #include <qgsproject.h>
 #include <qgsstatusbar.h>
 
-#include "platform/workspace.h"
 #include "session/desktop_session.h"
 #include "shell/tool_dialogs.h"
 
 namespace tarnwick::desktop::testing {
-
-// Writes plot points numbered 1..count (field PlotID) at (i, 2i), in UTM
-// zone 10N, as a new class of the workspace; returns the class's layer.
-platform::FeatureLayer WritePlotPoints(const std::string& workspacePath, const std::string& name, int count);
 
 struct MiniDesktop {
   MiniDesktop();
@@ -64,5 +62,17 @@ class ModalWatcher {
  private:
   QTimer timer_;
 };
+
+// The form's control of that name; throws when there is none.
+template <class W>
+W& Widget(const QWidget& form, const char* control) {
+  W* widget = form.findChild<W*>(control);
+  if (!widget) throw std::runtime_error(std::string("no widget ") + control);
+  return *widget;
+}
+
+// The user picks an entry of a drop-down list, and types over a text box.
+void Choose(QWidget& form, const char* combo, const QString& entry);
+void Type(QWidget& form, const char* box, const std::string& text);
 
 }  // namespace tarnwick::desktop::testing

@@ -60,21 +60,23 @@ W* AddWidget(QDialog& form, const char* name, QRect geometry = {}) {
 
 TEST(DialogBinder, ShowsTheModelAndTurnsTheUsersActionsIntoItsEvents) {
   SampleDialog model;
-  QDialog form;
-  form.resize(400, 300);
-  auto* plots = AddWidget<QLineEdit>(form, "txtPlots", {10, 10, 100, 24});
-  auto* echo = AddWidget<QLabel>(form, "lblEcho", {10, 40, 200, 20});
-  auto* units = AddWidget<QComboBox>(form, "cbxUnits", {10, 70, 100, 24});
-  auto* fields = AddWidget<QListWidget>(form, "lstFields", {10, 100, 100, 80});
-  auto* lock = AddWidget<QCheckBox>(form, "chkLock", {120, 10, 100, 24});
-  auto* count = AddWidget<QRadioButton>(form, "optCount", {120, 40, 100, 24});
-  auto* spacing = AddWidget<QRadioButton>(form, "optSpacing", {120, 70, 100, 24});
-  auto* ok = AddWidget<QPushButton>(form, "cmdOK", {300, 260, 80, 28});
-  auto* image = AddWidget<QLabel>(form, "imgButton", {230, 10, 24, 24});
-  DialogBinder binder(model, form, {});
-  form.show();
+  model["imgButton"].picture = "ToggleUp";
+  QPointer<QDialog> form = new QDialog;
+  form->setAttribute(Qt::WA_DeleteOnClose);
+  form->resize(400, 300);
+  auto* plots = AddWidget<QLineEdit>(*form, "txtPlots", {10, 10, 100, 24});
+  auto* echo = AddWidget<QLabel>(*form, "lblEcho", {10, 40, 200, 20});
+  auto* units = AddWidget<QComboBox>(*form, "cbxUnits", {10, 70, 100, 24});
+  auto* fields = AddWidget<QListWidget>(*form, "lstFields", {10, 100, 100, 80});
+  auto* lock = AddWidget<QCheckBox>(*form, "chkLock", {120, 10, 100, 24});
+  auto* count = AddWidget<QRadioButton>(*form, "optCount", {120, 40, 100, 24});
+  auto* spacing = AddWidget<QRadioButton>(*form, "optSpacing", {120, 70, 100, 24});
+  auto* ok = AddWidget<QPushButton>(*form, "cmdOK", {300, 260, 80, 28});
+  auto* image = AddWidget<QLabel>(*form, "imgButton", {230, 10, 32, 32});
+  DialogBinder binder(model, *form, {});
+  form->show();
 
-  EXPECT_EQ(form.windowTitle(), " Sample:");
+  EXPECT_EQ(form->windowTitle(), " Sample:");
   EXPECT_EQ(units->count(), 2);
   EXPECT_EQ(units->currentIndex(), 0);
   EXPECT_EQ(lock->text(), "&Lock");
@@ -83,7 +85,7 @@ TEST(DialogBinder, ShowsTheModelAndTurnsTheUsersActionsIntoItsEvents) {
   EXPECT_EQ(model["txtPlots"].bounds.width, 1500);  // taken from the form: 100 pixels
 
   // Typed keys pass the model's filter; each edit fires Change once.
-  QApplication::setActiveWindow(&form);
+  QApplication::setActiveWindow(form);
   plots->setFocus();
   QTest::keyClicks(plots, "1a2");
   EXPECT_EQ(model["txtPlots"].text, "12");
@@ -107,6 +109,7 @@ TEST(DialogBinder, ShowsTheModelAndTurnsTheUsersActionsIntoItsEvents) {
   emit units->activated(1);
   EXPECT_EQ(model["cbxUnits"].listIndex, 1);
   EXPECT_TRUE(image->isVisible());
+  EXPECT_EQ(image->pixmap(Qt::ReturnByValue).size(), QSize(32, 32));
   QTest::mouseClick(image, Qt::LeftButton);
   EXPECT_EQ(model.imageClicks, 1);
 
@@ -114,47 +117,29 @@ TEST(DialogBinder, ShowsTheModelAndTurnsTheUsersActionsIntoItsEvents) {
   fields->item(2)->setSelected(true);
   EXPECT_EQ(model["lstFields"].selected, (std::vector<bool>{true, false, true}));
 
-  // The model's own changes (as from the anchor tool) repaint the form.
+  // The model's own changes (as from the anchor tool) repaint the form: a
+  // missing picture leaves none, a marked control is shown yellow.
   model["txtPlots"].text = "40";
   model["cmdOK"].caption = "&Run";
   model["lblEcho"].bounds.left = 3000;
+  model["imgButton"].picture = "NoSuchPicture";
+  model["cbxUnits"].backColor = kYellow;
   model.NotifyChanged();
   EXPECT_EQ(plots->text(), "40");
   EXPECT_EQ(ok->text(), "&Run");
   EXPECT_EQ(echo->x(), 200);
-  EXPECT_EQ(model.changes, 2);
-
-  ok->click();
-  EXPECT_TRUE(model.unloaded);
-  EXPECT_FALSE(form.isVisible());
-}
-
-// A model's pictures drawn, a marked list shown yellow, and a form out of
-// sight while the model's run goes on, closed when it unloads.
-TEST(DialogBinder, DrawsPicturesMarksListsAndHidesTheFormWhileTheModelRuns) {
-  SampleDialog model;
-  model["imgButton"].picture = "ToggleUp";
-  model["imgButton"].visible = true;
-  QPointer<QDialog> form = new QDialog;
-  form->setAttribute(Qt::WA_DeleteOnClose);
-  auto* image = AddWidget<QLabel>(*form, "imgButton", {10, 10, 32, 32});
-  auto* units = AddWidget<QComboBox>(*form, "cbxUnits", {10, 50, 100, 24});
-  DialogBinder binder(model, *form, {});
-  form->show();
-  EXPECT_EQ(image->pixmap(Qt::ReturnByValue).size(), QSize(32, 32));
-  model["imgButton"].picture = "NoSuchPicture";
-  model["cbxUnits"].backColor = kYellow;
-  model.NotifyChanged();
   EXPECT_TRUE(image->pixmap(Qt::ReturnByValue).isNull());
   EXPECT_EQ(units->palette().color(QPalette::Button), QColor(255, 255, 0));
+  EXPECT_EQ(model.changes, 2);
 
+  // Out of sight while the model's run goes on, and closed when it unloads.
   model.hidden = true;
   model.NotifyChanged();
   EXPECT_FALSE(form->isVisible());
-  model.unloaded = true;
-  model.NotifyChanged();
+  ok->click();
+  EXPECT_TRUE(model.unloaded);
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  EXPECT_TRUE(form.isNull());  // closed, though out of sight
+  EXPECT_TRUE(form.isNull());
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The map document on a QGIS project: the tools see the file layers in
 // table-of-contents order with their selections, never a memory layer, and a
-// layer whose file is gone as invalid.
+// layer whose file is gone as invalid. And a run's progress on QGIS's status
+// bar.
 #include <gtest/gtest.h>
 
 #include <QFile>
@@ -9,10 +10,21 @@
 #include <qgsvertexmarker.h>
 
 #include "desktop_fixture.h"
+#include "testkit/layers.h"
 #include "testkit/temp_dir.h"
 
 namespace tarnwick::desktop::testing {
 namespace {
+
+// Plot points numbered 1..count (field PlotID) at (i, 2i), in UTM zone 10N.
+void WritePlotPoints(const std::string& store, const std::string& name, int count) {
+  std::vector<testkit::Row> rows;
+  for (int i = 1; i <= count; ++i) rows.push_back({testkit::PointWkt(i, 2 * i), {std::int64_t{i}}});
+  testkit::MakeClass(store,
+                     testkit::ClassSpec(name, platform::GeometryType::Point, platform::SpatialReference::FromEpsg(26910),
+                                        {{"PlotID", "", platform::FieldType::Integer}}),
+                     rows);
+}
 
 QgsVectorLayer* AddLayer(QgsProject& project, const std::string& source, const QString& name,
                          const QString& provider = "ogr") {
@@ -87,6 +99,23 @@ TEST(QgisMapDocument, AddsLayersMarkersAndReadsTheMapsSystem) {
   EXPECT_EQ(map.GraphicNames(), std::vector<std::string>{"Other"});
   ASSERT_EQ(map.Markers().Markers().size(), 1u);
   EXPECT_EQ(desktop.canvas->scene()->items().count(const_cast<QgsVertexMarker*>(map.Markers().Markers()[0])), 1);
+}
+
+TEST(QgisStatusBar, ShowsTheRunsMessageAndCountsItsSteps) {
+  MiniDesktop desktop;
+  DesktopSession session(desktop.Windows());
+  auto& bar = dynamic_cast<QgisStatusBar&>(session.Application().GetStatusBar());
+  bar.ShowProgressBar("Generating plots...", 0, 10, 2, true);
+  bar.Step();
+  bar.Step();
+  EXPECT_EQ(bar.ProgressBar()->value(), 4);
+  EXPECT_TRUE(bar.ProgressBar()->isVisibleTo(desktop.window.get()));
+  EXPECT_EQ(bar.Message(), "Generating plots...");
+  bar.SetPosition(99);  // held at the end
+  EXPECT_EQ(bar.ProgressBar()->value(), 10);
+  bar.HideProgressBar();
+  EXPECT_FALSE(bar.ProgressBar()->isVisibleTo(desktop.window.get()));
+  EXPECT_EQ(bar.Message(), "");
 }
 
 }  // namespace

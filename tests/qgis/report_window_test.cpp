@@ -1,6 +1,7 @@
-// The report windows on Qt: a real run's report shown formatted, copied in
-// both forms, printed page after page inside one-inch margins, and its
-// controls following the window's size.
+// The report windows on Qt: a plain report shown and copied as it is, a
+// report printed page after page inside one-inch margins, and the controls
+// following the window's size. (A real run's report, formatted and copied,
+// is checked with the waypoint dialog's run.)
 #include <gtest/gtest.h>
 
 #include <QClipboard>
@@ -9,71 +10,14 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QRegularExpression>
-#include <QTextBlock>
-#include <QTextEdit>
-#include <filesystem>
 
-#include "desktop_fixture.h"
-#include "shell/extension.h"
 #include "testkit/temp_dir.h"
-#include "toolbar/tarnwick_toolbar.h"
 #include "ui_frmReportDialog.h"
 #include "views/report_services_qt.h"
 #include "views/report_window.h"
-#include "waypoints/create_waypoint_file.h"
 
 namespace tarnwick::desktop::testing {
 namespace {
-
-TEST(ReportWindow, ShowsARealRunsReportFormattedAndCopiesBothForms) {
-  testkit::TempDir dir;
-  WaypointParameters parameters;
-  parameters.pointLayer = WritePlotPoints(dir / "plots.gpkg", "Plots", 3);
-  parameters.plotIdField = parameters.pointLayer.featureClass->Fields().at(2);
-  parameters.outputPath = dir / "plots.way";
-  MiniDesktop desktop;
-  DesktopSession session(desktop.Windows());
-  session.Dialogs().RegisterModal("Tarnwick.cmdTNWKWPConverter", [&](const DialogContext&) {
-    return std::make_unique<AnsweringDialog>([&](HostArray& host) {
-      host.extension.frmLayerIDReturn = parameters;
-      host.extension.ShouldContinue = true;
-    });
-  });
-
-  bool inspected = false;
-  ModalWatcher watcher;
-  watcher.inspect = [&](QWidget* modal) {
-    auto* window = qobject_cast<ReportWindow*>(modal);
-    if (!window) return;
-    inspected = true;
-    EXPECT_EQ(window->windowTitle(), " Report");
-    // "Point layer: " plain, the layer's name bold and coloured.
-    bool plainLabel = false, boldColouredName = false;
-    for (QTextBlock block = window->Form().txtReport->document()->begin(); block.isValid(); block = block.next()) {
-      for (auto it = block.begin(); !it.atEnd(); ++it) {
-        const QTextFragment fragment = it.fragment();
-        const QTextCharFormat format = fragment.charFormat();
-        if (fragment.text().contains("Point layer:")) plainLabel = format.fontWeight() == QFont::Normal;
-        if (fragment.text().trimmed() == "Plots") {
-          boldColouredName = format.fontWeight() == QFont::Bold && format.foreground().color() != QColor(Qt::black);
-        }
-      }
-    }
-    EXPECT_TRUE(plainLabel);
-    EXPECT_TRUE(boldColouredName);
-    window->Form().cmdCopy->click();
-    const QMimeData* copied = QGuiApplication::clipboard()->mimeData();
-    ASSERT_NE(copied, nullptr);
-    EXPECT_EQ(copied->data("text/rtf").toStdString(), window->Model().TextRTF());
-    EXPECT_EQ(copied->text().toStdString(), window->Model().Text());
-    EXPECT_TRUE(copied->text().contains("Point layer:"));
-    window->Form().cmdOK->click();
-  };
-  session.Toolbar().Action("Tarnwick.cmdTNWKWPConverter")->trigger();
-  EXPECT_TRUE(inspected);
-  EXPECT_TRUE(std::filesystem::exists(dir / "plots.way"));
-  EXPECT_TRUE(desktop.project->isDirty());
-}
 
 TEST(ReportWindow, APlainTextReportIsShownAndCopiedAsPlainText) {
   ReportWindow window(platform::host::ReportWindow::Modal, nullptr, {});
@@ -152,38 +96,28 @@ QRect Geometry(const ReportWindow& window, const char* control) {
   return window.findChild<QWidget*>(control)->geometry();
 }
 
+// The layout's arithmetic is the report models' own; here a resized window
+// reaches them, and their places reach the widgets (Save as PDF beside Print).
 TEST(ReportWindow, ControlsFollowTheWindowsSize) {
   ReportWindow modal(platform::host::ReportWindow::Modal, nullptr, {});
   modal.Load("{\\rtf1 Short report\\par}", "");
   modal.show();
-  const QSize before = modal.size();
-  const QRect report = Geometry(modal, "txtReport"), ok = Geometry(modal, "cmdOK"), copy = Geometry(modal, "cmdCopy"),
-              corner = Geometry(modal, "imgCornerBars");
-  modal.resize(before + QSize(200, 100));
-  EXPECT_EQ(Geometry(modal, "txtReport").size(), report.size() + QSize(200, 100));  // stretches
-  EXPECT_EQ(Geometry(modal, "txtReport").topLeft(), report.topLeft());
-  EXPECT_EQ(Geometry(modal, "cmdOK").top(), ok.top() + 100);  // follows the bottom
-  EXPECT_NEAR(Geometry(modal, "cmdOK").left(), ok.left() * (before.width() + 200.0) / before.width(), 1.0);
-  EXPECT_EQ(Geometry(modal, "cmdSavePdf").left(), Geometry(modal, "cmdPrint").right() + 9);
-  // The buttons' places and widths scale with the width, their heights stay.
-  const double widthRatio = (before.width() + 200.0) / before.width();
-  EXPECT_NEAR(Geometry(modal, "cmdCopy").width(), copy.width() * widthRatio, 1.0);
-  EXPECT_EQ(Geometry(modal, "cmdCopy").height(), copy.height());
-  EXPECT_EQ(Geometry(modal, "imgCornerBars").topLeft(), corner.topLeft() + QPoint(200, 100));
-  EXPECT_EQ(Geometry(modal, "cmdSavePdf").top(), ok.top() + 100);
+  const QRect report = Geometry(modal, "txtReport"), ok = Geometry(modal, "cmdOK");
+  modal.resize(modal.size() + QSize(200, 100));
+  EXPECT_EQ(Geometry(modal, "txtReport"), report.adjusted(0, 0, 200, 100));  // stretches
+  EXPECT_EQ(Geometry(modal, "cmdOK").top(), ok.top() + 100);                 // follows the bottom
+  EXPECT_GT(Geometry(modal, "cmdOK").width(), ok.width());                   // scales across
+  EXPECT_EQ(Geometry(modal, "cmdSavePdf").topLeft(), Geometry(modal, "cmdPrint").topRight() + QPoint(9, 0));
 
   auto* modeless = new ReportWindow(platform::host::ReportWindow::Modeless, nullptr, {});
   modeless->Load("{\\rtf1 Plots laid out\\par}", "Analysis Complete:");
   modeless->show();
-  EXPECT_EQ(modeless->windowTitle(), "Analysis Complete:");
   const QRect text = Geometry(*modeless, "txtReport");
   modeless->resize(modeless->size() + QSize(120, 60));
-  EXPECT_EQ(Geometry(*modeless, "txtReport").size(), text.size() + QSize(120, 60));
+  EXPECT_EQ(Geometry(*modeless, "txtReport"), text.adjusted(0, 0, 120, 60));
   // Narrower than 2000 twips the widths stay; the heights still follow.
-  const QRect wide = Geometry(*modeless, "txtReport");
   modeless->resize(120, modeless->height() + 40);
-  EXPECT_EQ(Geometry(*modeless, "txtReport").width(), wide.width());
-  EXPECT_EQ(Geometry(*modeless, "txtReport").height(), wide.height() + 40);
+  EXPECT_EQ(Geometry(*modeless, "txtReport"), text.adjusted(0, 0, 120, 100));
   modeless->findChild<QPushButton*>("cmdOK")->click();
   EXPECT_FALSE(modeless->isVisible());
 }
