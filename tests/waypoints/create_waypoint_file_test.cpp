@@ -4,13 +4,9 @@
 
 #include <filesystem>
 
-#include "platform/host/memory_map_document.h"
-#include "shell/commands.h"
-#include "shell/extension.h"
 #include "testkit/fake_application.h"
 #include "testkit/layers.h"
 #include "testkit/temp_dir.h"
-#include "waypoints/waypoint_command_driver.h"
 
 namespace tarnwick {
 namespace {
@@ -69,17 +65,16 @@ TEST(CreateWaypointFile, WritesEveryPointAndReportsAnUnprojectedRun) {
             "\r\n");
   const std::string& r = result.report;
   EXPECT_EQ(r.rfind("{\\rtf1\\ansi\\ansicpg1252\\deff0\\deflang1033{\\fonttbl{\\f0\\fnil\\fcharset0 Arial;}", 0), 0u);
-  EXPECT_NE(r.find("\\par \\pard\\sl276\\slmult1 Point layer: \\cf1\\b  Plot Layer\\cf0\\b0 \r\n"), std::string::npos);
-  EXPECT_NE(r.find("\\par Plot ID Field: \\cf1  \\b PlotID\\cf0\\b0 \r\n"), std::string::npos);
-  EXPECT_NE(r.find("\\par Stand ID Field:  \\cf1\\b StandID\\b0 \r\n"), std::string::npos);
-  EXPECT_NE(r.find("\\par \\cf0 Elevation Field:  \\cf1\\b Elev\\b0 \r\n"), std::string::npos);
-  EXPECT_NE(r.find("All or Selected Option:  \\cf1\\b All Points Converted [n = 3]\\b0 \r\n"), std::string::npos);
-  EXPECT_NE(r.find("Geographic Transformation:  \\cf1\\b <-- Not Necessary -->\\cf0\\b0 \r\n"), std::string::npos);
-  EXPECT_NE(r.find("Transformation Direction:  \\cf1\\b <-- Not Necessary -->\\cf0\\b0 \r\n"), std::string::npos);
-  EXPECT_NE(r.find("\\par Output File:  \\cf1\\b " + out + "\\cf0\\b0 \r\n"), std::string::npos);
-  EXPECT_NE(r.find("\\par \\pard TNWK Waypoint Converter v. 1.2.3\\lang1033\\f1\\fs17 \r\n\\par }\r\n \r\n"),
-            std::string::npos);
-  EXPECT_EQ(r.find("zzz"), std::string::npos);
+  const std::string lines[] = {
+      "\\par \\pard\\sl276\\slmult1 Point layer: \\cf1\\b  Plot Layer\\cf0\\b0 \r\n",
+      "\\par Plot ID Field: \\cf1  \\b PlotID\\cf0\\b0 \r\n", "\\par Stand ID Field:  \\cf1\\b StandID\\b0 \r\n",
+      "\\par \\cf0 Elevation Field:  \\cf1\\b Elev\\b0 \r\n",
+      "All or Selected Option:  \\cf1\\b All Points Converted [n = 3]\\b0 \r\n",
+      "Geographic Transformation:  \\cf1\\b <-- Not Necessary -->\\cf0\\b0 \r\n",
+      "Transformation Direction:  \\cf1\\b <-- Not Necessary -->\\cf0\\b0 \r\n",
+      "\\par Output File:  \\cf1\\b " + out + "\\cf0\\b0 \r\n",
+      "\\par \\pard TNWK Waypoint Converter v. 1.2.3\\lang1033\\f1\\fs17 \r\n\\par }\r\n \r\n"};
+  for (const auto& line : lines) EXPECT_NE(r.find(line), std::string::npos) << line;
   EXPECT_EQ(app.statusBar.messages.front(), "Converting Points...");
   EXPECT_FALSE(app.statusBar.visible);
   EXPECT_EQ(app.yields, 3);  // up to 50 points: a turn of the message loop at every point
@@ -105,8 +100,9 @@ TEST(CreateWaypointFile, SelectedRunsAndTheFallBackToAllPoints) {
             "3,4500.000000,-12245.000000,0.0,;<ICON = 9>,\r\n1,4500.000000,-12215.000000,0.0,;<ICON = 9>,\r\n\r\n");
   // The total of a selected run is never counted.
   EXPECT_NE(result.report.find("Selected Points Converted [n = 2 of 0]"), std::string::npos);
-  EXPECT_NE(result.report.find("Stand ID Field:  \\cf1\\b <-- None Selected -->\\b0 "), std::string::npos);
-  EXPECT_NE(result.report.find("Elevation Field:  \\cf1\\b <-- None Selected -->\\b0 "), std::string::npos);
+  for (const char* field : {"Stand ID Field:  ", "Elevation Field:  "}) {
+    EXPECT_NE(result.report.find(field + std::string("\\cf1\\b <-- None Selected -->\\b0 ")), std::string::npos);
+  }
 
   // "Selected" with nothing selected converts every point and says so.
   p.pointLayer.selection.clear();
@@ -155,51 +151,6 @@ TEST(CreateWaypointFile, EmptyLayerGivesAnEmptyFileAndAFailureGivesNone) {
   EXPECT_NE(result.errorText.find("has no geometry"), std::string::npos);
   EXPECT_FALSE(std::filesystem::exists(failed));
   if (!result.errorLogPath.empty()) std::filesystem::remove(result.errorLogPath);
-}
-
-// The Waypoint Converter's OK as the dialog would give it.
-class ConverterDialog : public ToolDialog {
- public:
-  explicit ConverterDialog(WaypointParameters parameters) : parameters_(std::move(parameters)) {}
-  void ArcApplication(HostArray& host) override { host_ = &host; }
-  void ShowModal() override {
-    host_->extension.frmLayerIDReturn = parameters_;
-    host_->extension.ShouldContinue = true;
-  }
-
- private:
-  WaypointParameters parameters_;
-  HostArray* host_ = nullptr;
-};
-
-TEST(CreateWaypointFile, RunsAsTheToolbarCommand) {
-  testkit::TempDir dir;
-  auto layer = MakePlots(dir, 4326,
-                         {{Value{std::int64_t{1}}, Value{}, Value{}, platform::XY{1, 1}},
-                          {Value{std::int64_t{2}}, Value{}, Value{}, std::nullopt}});
-  testkit::FakeApplication app;
-  platform::host::MemoryMapDocument document(dir / "forest.mxd", "forest");
-  clsExtension extension;
-  auto click = [&](const WaypointParameters& parameters) {
-    cmdTNWKWPConverter command([&] { return std::make_unique<ConverterDialog>(parameters); },
-                               RunCreateWaypointFile);
-    command.OnCreate(app, document, &extension);
-    command.OnClick();
-  };
-
-  click(Parameters(layer, dir / "all.way"));  // the point without geometry fails the run
-  ASSERT_EQ(app.reports.size(), 1u);
-  EXPECT_EQ(app.reports[0].text, "Function Failed...");
-  EXPECT_FALSE(extension.frmLayerIDReturn.has_value());
-  EXPECT_TRUE(document.IsDirty());
-
-  auto selected = Parameters(layer, dir / "selected.way");
-  selected.convertAll = false;
-  selected.pointLayer.selection = {1};
-  click(selected);
-  ASSERT_EQ(app.reports.size(), 2u);
-  EXPECT_TRUE(app.reports[1].text.starts_with("{\\rtf1"));
-  EXPECT_EQ(testkit::ReadFile(dir / "selected.way"), "1,0100.000000,0100.000000,0.0,;<ICON = 9>,\r\n\r\n");
 }
 
 }  // namespace

@@ -65,14 +65,15 @@ TEST(frmLayerID, FieldListsPreselectByNameAndOptionsFollowTheSelection) {
                            {Field{"Plot_ID", "", FieldType::Integer}, Field{"Stand_Name", "", FieldType::String, 9},
                             Field{"DEM_Elev", "", FieldType::Double}, Field{"Shape_Area", "", FieldType::Double}},
                            {{Value{std::int64_t{1}}}, {Value{std::int64_t{2}}}}));
-  desk.AddLayer(
-      "Plots",
-      MakePoints(desk.store, "Plots", 26910,
-                 {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 9}}, Ids({1, 2, 3})),
-      {2});
+  desk.AddLayer("Plot Layer #2",
+                MakePoints(desk.store, "Plots", 26910,
+                           {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 9}},
+                           Ids({1, 2, 3})),
+                {2});
+  std::ofstream(desk.dir / "Plot_Layer__2_Waypoints.way") << "taken";
   frmLayerID form(desk.Host(), desk.defaults);
   EXPECT_EQ(form.caption, " TNWK Solo Waypoint Converter:");
-  EXPECT_EQ(form["lbxLayers"].entries, (Names{"Survey", "Plots"}));
+  EXPECT_EQ(form["lbxLayers"].entries, (Names{"Survey", "Plot Layer #2"}));
 
   // Plot_ID holds no "PlotID": nothing is preselected and OK stays off.
   EXPECT_EQ(form["lbxFields"].entries, (Names{"Plot_ID", "Stand_Name", "DEM_Elev", "Shape_Area"}));
@@ -88,14 +89,15 @@ TEST(frmLayerID, FieldListsPreselectByNameAndOptionsFollowTheSelection) {
   EXPECT_EQ(form["txtOutput"].text, desk.dir / "Waypoints.way");
   EXPECT_EQ(desk.extension.DirectoryPath, desk.dir.path().string());
 
-  // A layer with a selection: "selected" is the default, the name follows the layer.
+  // A layer with a selection: "selected" is the default, the name follows
+  // the layer, made a plain file name that is not taken yet.
   form.SetListIndex("lbxLayers", 1);
   EXPECT_EQ(form["lbxFields"].SelectedEntry(), "PlotID");
   EXPECT_EQ(form["lbxStandFields"].SelectedEntry(), "StandID");
   EXPECT_EQ(form["optSel"].caption, "Convert Only Selected Records (n = 1)");
   EXPECT_EQ(form["optSel"].value, 1);
   EXPECT_EQ(form["optAll"].value, 0);
-  EXPECT_EQ(form["txtOutput"].text, desk.dir / "Plots_Waypoints.way");
+  EXPECT_EQ(form["txtOutput"].text, desk.dir / "Plot_Layer__2_Waypoints_1.way");
   EXPECT_TRUE(form["cmdOK"].enabled);
 }
 
@@ -136,7 +138,7 @@ TEST(frmLayerID, DuplicatePlotIdsAreReportedAndKeepTheDialogOpen) {
   EXPECT_FALSE(form.unloaded);
 }
 
-TEST(frmLayerID, OutputPathBrowseAndChecks) {
+TEST(frmLayerID, OutputPathBrowseChecksAndAMissingLayer) {
   Desk desk;
   desk.AddLayer("Plots", MakePoints(desk.store, "Plots", 26910, {Field{"PlotID", "", FieldType::Integer}}, Ids({1})));
   frmLayerID form(desk.Host(), desk.defaults);
@@ -168,6 +170,8 @@ TEST(frmLayerID, OutputPathBrowseAndChecks) {
   form.Fire("cmdOK", ControlEvent::Click);
   ASSERT_EQ(desk.app.boxes.size(), 2u);
   EXPECT_EQ(desk.app.boxes[1].title, "File Already Exists:");
+  EXPECT_EQ(desk.app.boxes[1].text, "The file '" + (desk.dir / "out.way") +
+                                        "' already exists.  Do you wish to overwrite the existing file?");
   EXPECT_EQ(desk.app.boxes[1].buttons, platform::host::MessageButtons::YesNoCancel);
   EXPECT_EQ(form["txtOutput"].backColor, kYellow);
   EXPECT_FALSE(form.unloaded);
@@ -179,18 +183,15 @@ TEST(frmLayerID, OutputPathBrowseAndChecks) {
   ASSERT_TRUE(form.ReturnArray());
   EXPECT_EQ(form.ReturnArray()->outputPath, desk.dir / "out.way");
   EXPECT_TRUE(std::filesystem::exists(desk.dir / "out.way"));
-}
 
-TEST(frmLayerID, ALayerRemovedWhileOpenIsCaughtAtOk) {
-  Desk desk;
-  desk.AddLayer("Plots", MakePoints(desk.store, "Plots", 26910, {Field{"PlotID", "", FieldType::Integer}}, Ids({1})));
-  frmLayerID form(desk.Host(), desk.defaults);
+  // A layer removed while the dialog is open is caught at OK.
+  frmLayerID again(desk.Host(), desk.defaults);
   desk.document.FocusMap().layers.clear();
-  form.Fire("cmdOK", ControlEvent::Click);
-  ASSERT_EQ(desk.app.boxes.size(), 1u);
-  EXPECT_EQ(desk.app.boxes[0].title, "Missing Layer:");
-  EXPECT_EQ(form["lbxLayers"].backColor, kYellow);
-  EXPECT_FALSE(form.unloaded);
+  again.Fire("cmdOK", ControlEvent::Click);
+  ASSERT_EQ(desk.app.boxes.size(), 4u);  // the question was asked again before Yes
+  EXPECT_EQ(desk.app.boxes.back().title, "Missing Layer:");
+  EXPECT_EQ(again["lbxLayers"].backColor, kYellow);
+  EXPECT_FALSE(again.unloaded);
 }
 
 // The toolbar command's whole road on NAD 1927 data: the map's stored
