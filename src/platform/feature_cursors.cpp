@@ -219,8 +219,10 @@ class OgrUpdateCursor final : public UpdateCursor {
 
 void CheckFeatureRead(const OgrFeatureClass& featureClass, const OGRFeature& feature) {
   if (CPLGetLastErrorType() < CE_Failure) return;
-  const std::string reason = CPLGetLastErrorMsg();
+  std::string reason = CPLGetLastErrorMsg();
   CPLErrorReset();
+  // The messages that follow add their own full stop.
+  while (!reason.empty() && (reason.back() == '.' || reason.back() == ' ')) reason.pop_back();
   ThrowDamaged("Feature " + std::to_string(feature.GetFID()) + " of '" + featureClass.FullPath() +
                "' cannot be read: " + reason);
 }

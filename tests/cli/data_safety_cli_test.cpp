@@ -369,7 +369,32 @@ TEST(DataSafety, DamagedFilesAreNamedWithTheReason) {
   std::ofstream(dir / "fake/plots.shp")
       << "not a shapefile either, but long enough to hold a header of a hundred bytes "
          "if it were one, which it is not";
+  // Stands whose second polygon claims a million parts.
+  testkit::MakeClass(dir / "bad_stands",
+                     testkit::ClassSpec("stands", platform::GeometryType::Polygon, Utm(),
+                                        {Field{"StandID", "", FieldType::String, 10}}),
+                     {{testkit::Square(500000, 4000000, 100), {Value{std::string("A")}}},
+                      {testkit::Square(500200, 4000000, 100), {Value{std::string("B")}}}});
+  {
+    std::fstream shp(dir / "bad_stands/stands.shp", std::ios::in | std::ios::out | std::ios::binary);
+    unsigned char length[4];
+    shp.seekg(104).read(reinterpret_cast<char*>(length), 4);  // the first record's length in 16-bit words
+    const long second = 100 + 8 + 2L * ((length[0] << 24) | (length[1] << 16) | (length[2] << 8) | length[3]);
+    const std::int32_t parts = 1000000;
+    shp.seekp(second + 8 + 36).write(reinterpret_cast<const char*>(&parts), 4);
+  }
   const Picture before = Take(dir, {});
+  const std::string unreadable =
+      "Feature 1 of 'bad_stands/stands.shp' cannot be read: Corrupted .shp file : shape 1, nPoints=5, nParts=1000000";
+  ExpectRefused(dir, "plot-layout --stands bad_stands/stands.shp --stand-id StandID --plots 5 --out new.gpkg/P",
+                {{"", unreadable}});
+  // Found only while the points are being given their stands: the run
+  // fails and the points keep what they had.
+  const CommandRun import =
+      Tarnwick(dir, "import-stand-ids --stands bad_stands/stands.shp --stand-id StandID --points shp/plots.shp --clone");
+  EXPECT_EQ(import.exitCode, 1);
+  EXPECT_EQ(FirstMessage(import.err).rfind("tarnwick: the stand ID import into 'plots' failed: " + unreadable, 0), 0u)
+      << import.err;
   const std::string tail = " --plot-id PlotID --out x.way";
   ExpectRefused(dir, "waypoints --points ", {
       {"cut_shp/plots.shp" + tail,
