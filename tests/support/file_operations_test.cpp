@@ -2,14 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
-#include <chrono>
-#include <cstdlib>
 #include <fstream>
-#include <thread>
+#include <random>
 
 #include "presentation/error_handling.h"
+#include "support/sorting.h"
+#include "support/unique_names.h"
 #include "testkit/fake_application.h"
+#include "testkit/layers.h"
 #include "testkit/temp_dir.h"
 
 namespace tarnwick {
@@ -75,21 +77,67 @@ TEST(FileOperations, NestedFolderListingIsSortedAndAppended) {
                                              dir / "z.txt", "/zzz-already-listed"}));
 }
 
-TEST(FileOperations, OpenDocHandsThePathToTheDesktopViewerWithoutWaiting) {
-  // A stand-in viewer early on PATH records what it was asked to open.
+void Touch(const std::string& path) { std::ofstream(path) << "x"; }
+
+TEST(UniqueNames, FilesAreNumberedBeforeAnExtensionOfUpToFiveCharacters) {
   testkit::TempDir dir;
-  const std::string viewer = dir / "xdg-open";
-  std::ofstream(viewer) << "#!/bin/sh\nprintf '%s' \"$1\" > \"" << (dir / "opened.tmp") << "\"\nmv \""
-                        << (dir / "opened.tmp") << "\" \"" << (dir / "opened") << "\"\n";
-  std::filesystem::permissions(viewer, std::filesystem::perms::owner_all);
-  const std::string oldPath = std::getenv("PATH") ? std::getenv("PATH") : "/usr/bin:/bin";
-  setenv("PATH", (dir.path().string() + ":" + oldPath).c_str(), 1);
-  const bool started = OpenDoc("/data/manual with blanks.pdf");
-  setenv("PATH", oldPath.c_str(), 1);
-  ASSERT_TRUE(started);
-  for (int i = 0; i < 200 && !std::filesystem::exists(dir / "opened"); ++i)
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  EXPECT_EQ(testkit::ReadFile(dir / "opened"), "/data/manual with blanks.pdf");
+  EXPECT_EQ(MakeUniquedBASEName(dir / "roads.shp"), dir / "roads.shp");
+  Touch(dir / "roads.shp");
+  EXPECT_EQ(MakeUniquedBASEName(dir / "roads.shp"), dir / "roads_1.shp");
+  Touch(dir / "roads_1.shp");
+  EXPECT_EQ(MakeUniquedBASEName(dir / "roads.shp"), dir / "roads_2.shp");
+  // A longer extension is no extension: the number goes at the very end.
+  Touch(dir / "roads.shapes");
+  EXPECT_EQ(MakeUniquedBASEName(dir / "roads.shapes"), dir / "roads.shapes_1");
+  EXPECT_EQ(SplitShortExtension("/data/a.b/roads").extension, "");
+
+  // A folder of the same stem blocks a shapefile name.
+  std::filesystem::create_directory(dir / "plots");
+  EXPECT_EQ(MakeUniquedBASEName(dir / "plots.shp"), dir / "plots.shp");
+  EXPECT_EQ(MakeUniqueShapeFilename(dir / "plots.shp"), dir / "plots_1.shp");
+  std::filesystem::create_directory(dir / "plots_1");
+  Touch(dir / "plots_2.shp");
+  EXPECT_EQ(MakeUniqueShapeFilename(dir / "plots.shp"), dir / "plots_3.shp");
+  EXPECT_EQ(MakeUniqueShapeFilename(dir / "stands.shp"), dir / "stands.shp");
+}
+
+TEST(UniqueNames, ClassNamesAreNumberedPastTakenOnesIgnoringCase) {
+  testkit::TempDir dir;
+  for (const char* name : {"Plots", "plots_1"}) {
+    testkit::MakeClass(dir / "inv.gpkg", testkit::ClassSpec(name, platform::GeometryType::Point, {}));
+  }
+  auto workspace = platform::Workspace::Open(dir / "inv.gpkg");
+  EXPECT_TRUE(CheckIfFeatureClassExists(workspace, "PLOTS"));
+  EXPECT_FALSE(CheckIfFeatureClassExists(workspace, "Stands"));
+  EXPECT_FALSE(CheckIfFeatureClassExists(nullptr, "Plots"));
+  EXPECT_EQ(MakeUniqueGDBFeatureClassName(workspace, "Stands"), "Stands");
+  EXPECT_EQ(MakeUniqueGDBFeatureClassName(workspace, "plots"), "plots_2");
+}
+
+TEST(Sorting, KeysAndObjectsStayPairedInTheRangeGiven) {
+  // Equal keys may come out in any order, but each object stays with its key.
+  std::mt19937 rng(7);
+  std::uniform_int_distribution<int> pick(0, 9);
+  std::vector<double> many;
+  std::vector<int> ids;
+  for (int i = 0; i < 500; ++i) {
+    many.push_back(pick(rng) + (i % 3) * 0.5);
+    ids.push_back(static_cast<int>(many.back() * 2) * 1000 + i);
+  }
+  DoubleAscendingWithObjects(many, ids, 0, 499);
+  EXPECT_TRUE(std::is_sorted(many.begin(), many.end()));
+  for (std::size_t i = 0; i < many.size(); ++i) EXPECT_EQ(ids[i] / 1000, static_cast<int>(many[i] * 2));
+
+  std::vector<double> keys{9, 8, 3, 1, 2, 0};
+  std::vector<int> objects{0, 1, 2, 3, 4, 5};
+  DoubleAscendingWithObjects(keys, objects, 2, 4);
+  EXPECT_EQ(keys, (std::vector<double>{9, 8, 1, 2, 3, 0}));
+  EXPECT_EQ(objects, (std::vector<int>{0, 1, 3, 4, 2, 5}));
+  EXPECT_THROW(DoubleAscendingWithObjects(keys, objects, 0, 6), RoutineError);
+
+  std::vector<std::string> texts{"b", "B", "a", "ab", "", "a"};
+  StringsAscending(texts, 0, 5);
+  EXPECT_EQ(texts, (std::vector<std::string>{"", "B", "a", "a", "ab", "b"}));
 }
 
 }  // namespace
