@@ -310,6 +310,20 @@ TEST(DataSafety, AFullDiskFailsTheRunAndKeepsTheOldOutput) {
     EXPECT_NE(FirstMessage(run.err).find(c.reason), std::string::npos) << FirstMessage(run.err);
     ExpectUnchanged(before, Take(dir, {c.layer}));
   }
+  // A stand ID import into a shapefile on a disk with no room left for the
+  // copy it edits.
+  {
+    std::ofstream filler(dir / "disk/filler", std::ios::binary);
+    const std::string block(4096, 'x');
+    while (filler.write(block.data(), block.size())) {}
+  }
+  const Picture before = Take(dir, {"disk/shp/plots.shp"});
+  const CommandRun run =
+      Tarnwick(dir, "import-stand-ids " + std::string(kStands) + " --points disk/shp/plots.shp --clone");
+  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_EQ(FirstMessage(run.err).rfind("tarnwick: the stand ID import into 'plots' failed: ", 0), 0u) << run.err;
+  EXPECT_NE(FirstMessage(run.err).find("No space left on device"), std::string::npos) << run.err;
+  ExpectUnchanged(before, Take(dir, {"disk/shp/plots.shp"}));
 }
 
 TEST(DataSafety, ASecondRunOnADatasetInUseIsRefused) {
