@@ -18,7 +18,6 @@
 #include <qgsstatusbar.h>
 
 #include "session/desktop_session.h"
-#include "shell/tool_dialogs.h"
 
 namespace tarnwick::desktop::testing {
 
@@ -34,26 +33,12 @@ struct MiniDesktop {
   QgsStatusBar* statusBar;         // owned by window
 };
 
-// A modal tool dialog that answers at once, as its user would: answer runs
-// in place of the user's OK or Cancel.
-class AnsweringDialog : public ToolDialog {
- public:
-  explicit AnsweringDialog(std::function<void(HostArray&)> answer) : answer_(std::move(answer)) {}
-  void ArcApplication(HostArray& host) override { host_ = &host; }
-  void ShowModal() override { answer_(*host_); }
-
- private:
-  std::function<void(HostArray&)> answer_;
-  HostArray* host_ = nullptr;
-};
-
-// Closes each modal window as it opens (by reject, or by a click on the
-// button a test names) and keeps the texts it showed.
+// Closes each modal window as it opens (by reject) and keeps the texts it
+// showed.
 class ModalWatcher {
  public:
   ModalWatcher();
   QStringList shown;  // the text of each window closed, in order
-  QString answer;     // the text of the button to click; empty rejects
   // Called with each modal window before it is closed.
   std::function<void(QWidget*)> inspect;
   // Answers a window itself (returns true), else leaves it to the watcher.

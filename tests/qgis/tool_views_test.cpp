@@ -22,6 +22,7 @@
 #include <QTextBlock>
 #include <QTextEdit>
 #include <QTimer>
+#include <filesystem>
 #include <map>
 
 #include <qgsmaptoolpan.h>
@@ -31,6 +32,7 @@
 
 #include "desktop_fixture.h"
 #include "shell/extension.h"
+#include "testkit/dataset_snapshot.h"
 #include "testkit/layers.h"
 #include "testkit/run_command.h"
 #include "toolbar/anchor_map_tool.h"
@@ -44,8 +46,6 @@
 
 namespace tarnwick::desktop::testing {
 namespace {
-
-using testkit::Column;
 
 // The sample forest's layers in a shown map, and a watcher that gives each
 // modal dialog the test's next step when it is in front and idle (without
@@ -63,6 +63,7 @@ class ToolViewsTest : public ::testing::Test {
     desktop.window->show();
     desktop.canvas->setExtent(stands->extent());
     session = std::make_unique<DesktopSession>(desktop.Windows());
+    desktop.project->setDirty(false);  // so that a run's change shows
     watcher.handle = [this](QWidget* modal) {
       if (auto* report = qobject_cast<ReportWindow*>(modal)) {
         reports << report->Form().txtReport->toPlainText();
@@ -166,9 +167,10 @@ TEST_F(ToolViewsTest, ImportStandIDsWritesWhatTheCommandLineWrites) {
 
   Cli("import-stand-ids --stands 'cli/forest.gpkg|layername=Stands' --stand-id StandID "
       "--attributes Age --points 'cli/forest.gpkg|layername=Plots' --clone");
+  EXPECT_EQ(testkit::Snapshot(Source("data", "Plots").toStdString()),
+            testkit::Snapshot(Source("cli", "Plots").toStdString()));
   for (const char* field : {"StandID", "Age"}) {
-    const auto written = Column(Source("data", "Plots").toStdString(), field);
-    EXPECT_EQ(written, Column(Source("cli", "Plots").toStdString(), field)) << field;
+    const auto written = testkit::Column(Source("data", "Plots").toStdString(), field);
     EXPECT_GT(std::count_if(written.begin(), written.end(), [](const auto& v) { return v.index() != 0; }), 30);
   }
 }
@@ -261,6 +263,18 @@ TEST_F(ToolViewsTest, ALayerRemovedWhileTheImportDialogIsOpenIsCaughtAtOk) {
   EXPECT_FALSE(session->Extension().ShouldContinue);
 }
 
+TEST_F(ToolViewsTest, ACancelledDialogRunsNothingAndLeavesTheProjectClean) {
+  answers["frmLayerID"] = {[this](QWidget& form) {
+    Type(form, "txtOutput", dir / "cancelled.way");
+    Press(form, "cmdCancel");
+  }};
+  Trigger("Tarnwick.cmdTNWKWPConverter");
+  EXPECT_EQ(answered, QStringList{"frmLayerID"});
+  EXPECT_TRUE(reports.isEmpty());
+  EXPECT_FALSE(std::filesystem::exists(dir / "cancelled.way"));
+  EXPECT_FALSE(desktop.project->isDirty());
+}
+
 TEST_F(ToolViewsTest, TheChoiceOfTheMenusChooserIsKeptInTheProject) {
   auto& map = session->Document().FocusMap();
   const auto layer = [&map](const std::string& name) {
@@ -314,17 +328,6 @@ TEST_F(ToolViewsTest, TheChoiceOfTheMenusChooserIsKeptInTheProject) {
   EXPECT_EQ(choice.transformation->code, chosen.code);
 }
 
-// Plot ID to point of every plot in a class.
-std::map<std::string, platform::XY> PlotsOf(const std::string& layerSource) {
-  std::map<std::string, platform::XY> points;
-  auto plots = platform::OpenFeatureLayer(layerSource).featureClass;
-  for (const auto& plot : testkit::ReadAll(*plots)) {
-    points[std::get<std::string>(plot.values.at(static_cast<std::size_t>(plots->FindField("PlotID"))))] =
-        plot.shape.PointXY();
-  }
-  return points;
-}
-
 // The lines of a report from its notes to its end of analysis.
 QString NotesOf(const QString& report) {
   const auto from = report.indexOf("Notes on Analysis:");
@@ -366,15 +369,8 @@ TEST_F(ToolViewsTest, PlotLayoutRunsFromTheToolbarIntoTheProjectAsTheCommandLine
   const auto cli = Cli("plot-layout --stands 'data/forest.gpkg|layername=Stands' --stand-id StandID "
                        "--units feet --plots 5 --ratio 1:2 --orientation 30 --buffer 33 "
                        "--buffer-units feet --start 1 --out cli.gpkg/Plots");
-  const auto fromDialog = PlotsOf(dir / "dialog.gpkg|layername=Plots");
-  const auto fromCli = PlotsOf(dir / "cli.gpkg|layername=Plots");
-  ASSERT_EQ(fromDialog.size(), 60u);
-  ASSERT_EQ(fromDialog.size(), fromCli.size());
-  for (const auto& [id, point] : fromCli) {
-    ASSERT_EQ(fromDialog.count(id), 1u) << id;
-    EXPECT_NEAR(fromDialog.at(id).x, point.x, 1e-6) << id;
-    EXPECT_NEAR(fromDialog.at(id).y, point.y, 1e-6) << id;
-  }
+  EXPECT_EQ(testkit::Column(dir / "dialog.gpkg|layername=Plots", "PlotID").size(), 60u);
+  EXPECT_EQ(testkit::Snapshot(dir / "dialog.gpkg|layername=Plots"), testkit::Snapshot(dir / "cli.gpkg|layername=Plots"));
 
   // The report beside the map, with the run's notes.
   ReportWindow* report = Visible<ReportWindow>();
