@@ -253,13 +253,18 @@ TEST(DataSafety, CtrlCRollsBackInEveryStore) {
   for (int i = 0; i < 200; ++i) ids.push_back(Value{"S" + std::to_string(i)});
   MakeStands(dir, ids, 400);  // 40,000 plots a stand at 2 m: far longer than a signal takes
   for (const Store& store : kStores) MakePlots(dir / store.store);
-  std::vector<std::string> layers;
-  for (const Store& store : kStores) layers.push_back(store.layer);
-  const Picture before = Take(dir, layers);
+  const std::string layout = "plot-layout " + std::string(kStands) + " --units meters ";
+  ASSERT_EQ(Tarnwick(dir, layout + "--spacing 100,100 --out shp/old.shp").exitCode, 0);
+  std::vector<std::string> layers = {"shp/old.shp"};
+  std::vector<std::string> runs = {"--overwrite --out shp/old.shp"};
   for (const Store& store : kStores) {
-    SCOPED_TRACE(store.name);
-    BackgroundRun run(dir, "plot-layout " + std::string(kStands) + " --units meters --spacing 2,2 --into \"" +
-                               store.layer + "\" --plot-id-field PlotID");
+    layers.push_back(store.layer);
+    runs.push_back(std::string("--into \"") + store.layer + "\" --plot-id-field PlotID");
+  }
+  const Picture before = Take(dir, layers);
+  for (const std::string& output : runs) {
+    SCOPED_TRACE(output);
+    BackgroundRun run(dir, layout + "--spacing 2,2 " + output);
     ASSERT_TRUE(run.WaitFor("Generating Plots in Stands")) << run.Messages();
     run.Signal(SIGINT);
     EXPECT_EQ(run.Finish(), 130);
