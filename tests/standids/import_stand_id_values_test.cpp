@@ -27,13 +27,17 @@ void SetAll(platform::FeatureClass& featureClass, const std::string& field, cons
   cursor->Flush();
 }
 
+platform::Field FieldOf(const platform::FeatureClass& featureClass, const std::string& name) {
+  return featureClass.Fields().at(static_cast<size_t>(featureClass.FindField(name)));
+}
+
 TransferStandIDParameters Parameters(const std::shared_ptr<platform::FeatureClass>& stands,
                                      const std::shared_ptr<platform::FeatureClass>& points,
                                      const std::vector<std::string>& additional) {
   TransferStandIDParameters p;
   p.standLayer = Layer(stands, "Stand Layer");
-  p.standIdField = stands->Fields().at(static_cast<size_t>(stands->FindField("StandID")));
-  for (const auto& name : additional) p.additionalFields.push_back(stands->Fields().at(static_cast<size_t>(stands->FindField(name))));
+  p.standIdField = FieldOf(*stands, "StandID");
+  for (const auto& name : additional) p.additionalFields.push_back(FieldOf(*stands, name));
   p.pointLayer = Layer(points, "Plot Layer");
   return p;
 }
@@ -52,7 +56,7 @@ TEST(ImportStandIDValues, GeoPackageTakesFirstStandNullsAndReusesOrRenamesFields
   // The Stand ID is cloned under its own name; the text "Age" blocks an
   // integer Age, which is added as Age1; the double "Area" is reused.
   EXPECT_EQ(result.addedFields, (std::vector<std::string>{"StandID", "Age1"}));
-  EXPECT_EQ(points->Fields().at(static_cast<size_t>(points->FindField("Age1"))).type, FieldType::Integer);
+  EXPECT_EQ(FieldOf(*points, "Age1").type, FieldType::Integer);
   EXPECT_EQ(Column(*points, "StandID"), (std::vector<Value>{T("A-1"), T("A-1"), T("B-2"), T("C-3"), Value{}}));
   EXPECT_EQ(Column(*points, "Age1"), (std::vector<Value>{I(40), I(40), Value{}, I(7), Value{}}));
   EXPECT_EQ(Column(*points, "Area"), (std::vector<Value>{Value{1.5}, Value{1.5}, Value{2.25}, Value{}, Value{}}));
@@ -62,6 +66,12 @@ TEST(ImportStandIDValues, GeoPackageTakesFirstStandNullsAndReusesOrRenamesFields
   EXPECT_EQ(app.statusBar.messages, (std::vector<std::string>{"Importing Stand ID Values...", "Updating Metadata..."}));
   EXPECT_EQ(app.yields, 3);  // under 100 points: only one turn per metadata line (two fields, one summary)
   EXPECT_FALSE(app.statusBar.visible);
+  // The report and the run's summary list the attributes in order.
+  EXPECT_NE(result.report.find("\\par \\tab 1] Age\r\n\\par \\tab 2] Area\r\n"), std::string::npos);
+  EXPECT_NE(metadata::ReturnMetadataPropertySet(*points)
+                .GetProperty("Esri/DataProperties/lineage/Process[2]")
+                .find("Additional Stand Fields to Import = <Age, Area>, "),
+            std::string::npos);
 }
 
 TEST(ImportStandIDValues, ShapefileWritesMissingValuesAndSetsDoublePrecision) {
@@ -72,7 +82,7 @@ TEST(ImportStandIDValues, ShapefileWritesMissingValuesAndSetsDoublePrecision) {
   auto result = ImportStandIDValues(app, nullptr, Parameters(stands, points, {"Age", "Area"}));
   ASSERT_TRUE(result.Succeeded()) << result.errorText;
   EXPECT_EQ(result.addedFields, (std::vector<std::string>{"StandID", "Age1", "Area"}));
-  const auto& area = points->Fields().at(static_cast<size_t>(points->FindField("Area")));
+  const auto area = FieldOf(*points, "Area");
   EXPECT_EQ(area.type, FieldType::Double);
   EXPECT_EQ(area.precision, 12);
   EXPECT_EQ(area.scale, 6);
@@ -80,15 +90,20 @@ TEST(ImportStandIDValues, ShapefileWritesMissingValuesAndSetsDoublePrecision) {
   EXPECT_EQ(Column(*points, "StandID"), (std::vector<Value>{T("A-1"), T("A-1"), T("B-2"), T("C-3"), Value{}}));
   EXPECT_EQ(Column(*points, "Age1"), (std::vector<Value>{I(40), I(40), I(-999), I(7), I(-999)}));
   EXPECT_EQ(Column(*points, "Area"), (std::vector<Value>{Value{1.5}, Value{1.5}, Value{2.25}, Value{-999.0}, Value{-999.0}}));
+  // The added double's log line gives its scale and precision.
+  EXPECT_EQ(metadata::ReturnMetadataPropertySet(*points).GetProperty("Esri/DataProperties/lineage/Process[2]"),
+            "[NOTE: This is not Python or VB Code!][Add Additional Stand Attribute Field to plots:  Field Name = "
+            "'Area', Field_Alias = 'Area' & Field_Type = 'esriFieldTypeDouble', Field_Scale = '6', Field_Precision = "
+            "'12']");
 
   // A double Stand ID field cloned into a shapefile keeps its own precision and scale.
   auto shapeStands = MakeStands(dir / "standshp", 26910, ThreeStands());
   auto more = MakePoints(dir / "shp", "more", 26910, {}, {platform::XY{10, 10}});
   auto p = Parameters(shapeStands, more, {});
-  p.standIdField = shapeStands->Fields().at(static_cast<size_t>(shapeStands->FindField("Area")));
+  p.standIdField = FieldOf(*shapeStands, "Area");
   result = ImportStandIDValues(app, nullptr, p);
   ASSERT_TRUE(result.Succeeded()) << result.errorText;
-  const auto& cloned = more->Fields().at(static_cast<size_t>(more->FindField("Area")));
+  const auto cloned = FieldOf(*more, "Area");
   EXPECT_EQ(cloned.precision, 10);
   EXPECT_EQ(cloned.scale, 2);
   EXPECT_EQ(Column(*more, "Area"), (std::vector<Value>{Value{1.5}}));
@@ -99,9 +114,7 @@ TEST(ImportStandIDValues, ExistingPointFieldAndProjectedPoints) {
   const std::string store = dir / "inventory.gpkg";
   // Stands in NAD 1983 UTM zone 10N, plots in NAD 1983 geographic: the same
   // datum, so the points are projected without a transformation.
-  auto stands = MakeStands(store, 26910,
-                           {{"POLYGON((500000 5000000,500000 5001000,501000 5001000,501000 5000000,500000 5000000))",
-                             T("North"), I(12), Value{3.0}}});
+  auto stands = MakeStands(store, 26910, {{testkit::Square(500000, 5000000, 1000), {T("North"), I(12), Value{3.0}}}});
   const auto utm = platform::SpatialReference::FromEpsg(26910);
   const auto nad83 = platform::SpatialReference::FromEpsg(4269);
   auto toNad83 = [&](double x, double y) { return platform::Geometry::MakePoint(x, y, utm).Project(nad83).PointXY(); };
@@ -110,13 +123,29 @@ TEST(ImportStandIDValues, ExistingPointFieldAndProjectedPoints) {
   testkit::FakeApplication app;
   auto p = Parameters(stands, points, {});
   p.cloneStandIdField = false;
-  p.pointStandIdField = points->Fields().at(static_cast<size_t>(points->FindField("Stand")));
+  p.pointStandIdField = FieldOf(*points, "Stand");
   const auto result = ImportStandIDValues(app, nullptr, p);
   ASSERT_TRUE(result.Succeeded()) << result.errorText;
   EXPECT_TRUE(result.addedFields.empty());
   EXPECT_EQ(Column(*points, "Stand"), (std::vector<Value>{T("North"), T("North"), Value{}}));
   EXPECT_NE(result.report.find("\\par \\cf1\\b Point ID FIeld: \\b0  \\cf0 Stand\r\n"), std::string::npos);
   EXPECT_NE(result.report.find("Point Coordinate System:\\cf0  \\b0  GCS_North_American_1983\r\n"), std::string::npos);
+  // No attributes and no transformation read "<-None->", in the report and in the metadata.
+  EXPECT_NE(result.report.find("Additional Stand Attributes:\\cf0\\b0 \r\n\\par \\tab <-None->\r\n"),
+            std::string::npos);
+  EXPECT_NE(result.report.find("\\par \\cf1\\b Geographic Transformation:\\b0  \\cf0  <-None->\r\n"
+                               "\\par \\cf1\\b Transformation Direction: \\cf0\\b0  <-None->\\fs20 \r\n"),
+            std::string::npos);
+  const auto document = metadata::ReturnMetadataPropertySet(*points);
+  EXPECT_EQ(document.GetProperty("dqInfo/dataLineage/prcStep[0]/stepDesc"),
+            "Imported Stand ID values from Stand Polygon Layer 'Stand Layer' to Plot Point Layer 'Plot Layer'. Stand "
+            "Layer is located at '" + store + "/Stands'. Plot Layer is located at '" + store + "/Plots'. ");
+  EXPECT_EQ(document.GetProperty("Esri/DataProperties/lineage/Process[0]"),
+            "[NOTE: This is not Python or VB Code!][Import Stand IDs to Point Feature Class: Stand_Layer = 'Stand "
+            "Layer', Stand_ID_Field = 'StandID', Additional Stand Fields to Import = <-None->, Point_Layer = 'Plot "
+            "Layer', Point_Stand_ID_Field = 'Stand', Stand_Layer_Spatial_Reference = 'NAD_1983_UTM_Zone_10N', "
+            "Point_Layer_Spatial_Reference = 'GCS_North_American_1983', Geographic_Transformation = <-None->, "
+            "Transformation_Direction = <-None->]");
 }
 
 TEST(ImportStandIDValues, ReportReadsLineForLineAndLineageIsWritten) {
@@ -220,8 +249,7 @@ TEST(ImportStandIDValues, FailuresKeepAddedFieldsAndSayWhy) {
 TEST(ImportStandIDValues, InvalidStandIsRepairedForTheTest) {
   testkit::TempDir dir;
   testkit::FakeApplication app;
-  auto bowtie = MakeStands(dir / "bad.gpkg", 26910,
-                           {{"POLYGON((0 0,10 10,10 0,0 10,0 0))", T("X"), I(1), Value{1.0}}});
+  auto bowtie = MakeStands(dir / "bad.gpkg", 26910, {{"POLYGON((0 0,10 10,10 0,0 10,0 0))", {T("X"), I(1)}}});
   auto plain = MakePoints(dir / "bad.gpkg", "Plots", 26910, {}, {platform::XY{1, 5}, platform::XY{5, 1}});
   const auto result = ImportStandIDValues(app, nullptr, Parameters(bowtie, plain, {}));
   ASSERT_TRUE(result.Succeeded()) << result.errorText;

@@ -1,5 +1,6 @@
 #include "standids/stand_index.h"
 
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include <random>
@@ -17,16 +18,14 @@ TEST(StandIndex, AgreesWithTryingEveryStandInFeatureOrder) {
   std::mt19937 random(7);
   std::uniform_real_distribution<double> corner(0, 1000);
   std::uniform_real_distribution<double> size(5, 150);
-  std::vector<StandRow> rows;
+  std::vector<testkit::Row> rows;
   std::vector<std::string> wkts;
   for (int i = 0; i < 300; ++i) {
     const double x = corner(random), y = corner(random), w = size(random), h = size(random);
     // Triangles, so that envelope hits are not always polygon hits.
-    const std::string wkt = "POLYGON((" + std::to_string(x) + " " + std::to_string(y) + "," + std::to_string(x + w) + " " +
-                            std::to_string(y) + "," + std::to_string(x) + " " + std::to_string(y + h) + "," +
-                            std::to_string(x) + " " + std::to_string(y) + "))";
+    const std::string wkt = fmt::format("POLYGON(({0} {1},{2} {1},{0} {3},{0} {1}))", x, y, x + w, y + h);
     wkts.push_back(wkt);
-    rows.push_back({wkt, Value{std::string("S") + std::to_string(i)}, Value{std::int64_t{i}}, Value{}});
+    rows.push_back({wkt, {Value{"S" + std::to_string(i)}, Value{std::int64_t{i}}}});
   }
   auto stands = MakeStands(dir / "s.gpkg", 26910, rows);
   const StandIndex index(*stands, {stands->FindField("StandID"), stands->FindField("Age")});

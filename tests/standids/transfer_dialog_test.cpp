@@ -18,27 +18,16 @@ namespace {
 using namespace testfix;
 using Names = std::vector<std::string>;
 
-std::shared_ptr<platform::FeatureClass> MakeClass(const std::string& store, const std::string& name,
-                                                  platform::GeometryType type, const platform::SpatialReference& sr,
-                                                  const std::vector<Field>& fields) {
-  platform::Workspace::NewFeatureClass newClass;
-  newClass.name = name;
-  newClass.geometryType = type;
-  newClass.spatialReference = sr;
-  newClass.fields = fields;
-  return platform::Workspace::OpenOrCreate(store)->CreateFeatureClass(newClass);
-}
-
 // Stands (StandID, Age, Area) and Stands2 (stand_id, Age, Notes); plots
 // without a Stand ID field, and Plots2 with an integer STANDID.
 struct Inventory {
   testkit::TempDir dir;
   std::string store = dir / "inv.gpkg";
   std::shared_ptr<platform::FeatureClass> stands = MakeStands(store, 26910, ThreeStands());
-  std::shared_ptr<platform::FeatureClass> stands2 =
-      MakeClass(store, "Stands2", platform::GeometryType::Polygon, platform::SpatialReference::FromEpsg(26910),
-                {Field{"stand_id", "", FieldType::String, 10}, Field{"Age", "", FieldType::Integer},
-                 Field{"Notes", "", FieldType::String, 50}});
+  std::shared_ptr<platform::FeatureClass> stands2 = testkit::MakeClass(
+      store, testkit::ClassSpec("Stands2", platform::GeometryType::Polygon, platform::SpatialReference::FromEpsg(26910),
+                                {Field{"stand_id", "", FieldType::String, 10}, Field{"Age", "", FieldType::Integer},
+                                 Field{"Notes", "", FieldType::String, 50}}));
   std::shared_ptr<platform::FeatureClass> plots = MakePoints(store, "Plots", 26910, {}, FivePlots());
   std::shared_ptr<platform::FeatureClass> plots2 =
       MakePoints(store, "Plots2", 26910, {Field{"STANDID", "", FieldType::Integer}}, FivePlots());
@@ -104,6 +93,21 @@ TEST(frmTransferStandIDs, ListsFollowTheLayersAndTheStandIdChoice) {
   EXPECT_FALSE(form.unloaded);
   EXPECT_EQ(form["cbxExistingIDField"].backColor, kWhite);
 
+  // A layer removed while the dialog is open is caught at OK, and marked
+  // until another is chosen.
+  frmTransferStandIDs again(inv.Host(), inv.defaults);
+  auto& layers = inv.document.FocusMap().layers;
+  layers.erase(layers.begin() + 2);  // Plots
+  again.Fire("cmdOK", ControlEvent::Click);
+  ASSERT_EQ(inv.app.boxes.size(), 2u);
+  EXPECT_EQ(inv.app.boxes[1].title, "Missing Layer:");
+  EXPECT_EQ(inv.app.boxes[1].text, "The layer 'Plots' is no longer in the map!\n\nPlease select another layer.");
+  EXPECT_EQ(again["cbxExistingPointLayer"].backColor, kYellow);
+  EXPECT_EQ(again.focus, "cbxExistingPointLayer");
+  EXPECT_FALSE(again.unloaded);
+  again.SetListIndex("cbxExistingPointLayer", 1);
+  EXPECT_EQ(again["cbxExistingPointLayer"].backColor, kWhite);
+
   // A map without polygon layers offers nothing and keeps OK disabled.
   inv.document.FocusMap().layers = {Layer(inv.plots, "Plots")};
   frmTransferStandIDs empty(inv.Host(), inv.defaults);
@@ -113,7 +117,7 @@ TEST(frmTransferStandIDs, ListsFollowTheLayersAndTheStandIdChoice) {
 
 TEST(CheckTransferStandIDChoices, RefusesInControlOrderWithTheDialogsTexts) {
   Inventory inv;
-  auto bare = MakeClass(inv.store, "Bare", platform::GeometryType::Point, {}, {});
+  auto bare = testkit::MakeClass(inv.store, testkit::ClassSpec("Bare", platform::GeometryType::Point, {}));
   const TransferStandIDChoices good{
       Layer(inv.stands, "Stands"), "StandID", {"Age"}, Layer(inv.plots, "Plots"), kClonePolygonFieldEntry};
   struct Case {
@@ -158,22 +162,6 @@ TEST(CheckTransferStandIDChoices, RefusesInControlOrderWithTheDialogsTexts) {
   EXPECT_EQ(parameters.additionalFields[0].name, "Age");
 }
 
-TEST(frmTransferStandIDs, ALayerRemovedWhileOpenIsCaughtAtOk) {
-  Inventory inv;
-  frmTransferStandIDs form(inv.Host(), inv.defaults);
-  auto& layers = inv.document.FocusMap().layers;
-  layers.erase(layers.begin() + 2);  // Plots
-  form.Fire("cmdOK", ControlEvent::Click);
-  ASSERT_EQ(inv.app.boxes.size(), 1u);
-  EXPECT_EQ(inv.app.boxes[0].title, "Missing Layer:");
-  EXPECT_EQ(inv.app.boxes[0].text, "The layer 'Plots' is no longer in the map!\n\nPlease select another layer.");
-  EXPECT_EQ(form["cbxExistingPointLayer"].backColor, kYellow);
-  EXPECT_EQ(form.focus, "cbxExistingPointLayer");
-  EXPECT_FALSE(form.unloaded);
-  form.SetListIndex("cbxExistingPointLayer", 1);
-  EXPECT_EQ(form["cbxExistingPointLayer"].backColor, kWhite);
-}
-
 // The toolbar command's whole road: the dialog model shown modally, OK, the
 // driver on what OK stored, the report, the data on disk.
 TEST(clsTransferStandIDs, RunsFromTheDialogToTheDataOnDisk) {
@@ -194,13 +182,10 @@ TEST(clsTransferStandIDs, RunsFromTheDialogToTheDataOnDisk) {
   EXPECT_NE(inv.app.reports[0].text.find("Import Complete"), std::string::npos) << inv.app.reports[0].text;
   EXPECT_TRUE(inv.document.IsDirty());
 
-  auto plots = platform::OpenFeatureLayer(inv.store + "|layername=Plots").featureClass;
-  const Value none;
-  EXPECT_EQ(Column(*plots, "StandID"),
-            (std::vector<Value>{Value{std::string("A-1")}, Value{std::string("A-1")}, Value{std::string("B-2")},
-                                Value{std::string("C-3")}, none}));
-  EXPECT_EQ(Column(*plots, "Age"),
-            (std::vector<Value>{Value{std::int64_t{40}}, Value{std::int64_t{40}}, none, Value{std::int64_t{7}}, none}));
+  const std::string plots = inv.store + "|layername=Plots";
+  const Value a1{std::string("A-1")}, b2{std::string("B-2")}, c3{std::string("C-3")}, none;
+  EXPECT_EQ(Column(plots, "StandID"), (std::vector<Value>{a1, a1, b2, c3, none}));
+  EXPECT_EQ(Column(plots, "Age"), (std::vector<Value>{Value{40L}, Value{40L}, none, Value{7L}, none}));
 
   frmTransferStandIDs cancelled(inv.Host(), inv.defaults);
   cancelled.Fire("cmdCancel", ControlEvent::Click);

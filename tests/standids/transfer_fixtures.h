@@ -14,25 +14,16 @@ using platform::Field;
 using platform::FieldType;
 using platform::Value;
 
-struct StandRow {
-  std::string wkt;
-  Value standId;
-  Value age;
-  Value area;
-};
-
 // Class "Stands": StandID text(10), Age integer, Area double(10,2).
 inline std::shared_ptr<platform::FeatureClass> MakeStands(const std::string& store, int epsg,
-                                                          const std::vector<StandRow>& rows) {
-  std::vector<testkit::Row> features;
-  for (const auto& row : rows) features.push_back({row.wkt, {row.standId, row.age, row.area}});
+                                                          const std::vector<testkit::Row>& rows) {
   return testkit::MakeClass(store,
                             testkit::ClassSpec("Stands", platform::GeometryType::Polygon,
                                                platform::SpatialReference::FromEpsg(epsg),
                                                {Field{"StandID", "", FieldType::String, 10},
                                                 Field{"Age", "", FieldType::Integer},
                                                 Field{"Area", "", FieldType::Double, 0, 10, 2}}),
-                            features);
+                            rows);
 }
 
 // Class `name` of points with PlotID (integer, from 1) and the extra fields given.
@@ -57,11 +48,11 @@ inline platform::FeatureLayer Layer(std::shared_ptr<platform::FeatureClass> feat
 }
 
 // Three stands: A-1 (0..100), B-2 (100..200) beside it, C-3 overlapping both (50..150).
-inline std::vector<StandRow> ThreeStands() {
+inline std::vector<testkit::Row> ThreeStands() {
   return {
-      {"POLYGON((0 0,0 100,100 100,100 0,0 0))", Value{std::string("A-1")}, Value{std::int64_t{40}}, Value{1.5}},
-      {"POLYGON((100 0,100 100,200 100,200 0,100 0))", Value{std::string("B-2")}, Value{}, Value{2.25}},
-      {"POLYGON((50 50,50 150,150 150,150 50,50 50))", Value{std::string("C-3")}, Value{std::int64_t{7}}, Value{}},
+      {"POLYGON((0 0,0 100,100 100,100 0,0 0))", {Value{std::string("A-1")}, Value{std::int64_t{40}}, Value{1.5}}},
+      {"POLYGON((100 0,100 100,200 100,200 0,100 0))", {Value{std::string("B-2")}, Value{}, Value{2.25}}},
+      {"POLYGON((50 50,50 150,150 150,150 50,50 50))", {Value{std::string("C-3")}, Value{std::int64_t{7}}}},
   };
 }
 
