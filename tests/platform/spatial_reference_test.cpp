@@ -28,11 +28,8 @@ TEST(SpatialReference, CodesEsriNamesUnitsAndSpheroids) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.code);
     EXPECT_EQ(c.sr.FactoryCode(), c.code);
-    if (c.name) {
-      EXPECT_EQ(c.sr.Name(), c.name);
-    }
-    EXPECT_EQ(c.sr.IsGeographic(), c.geographic);
-    EXPECT_EQ(c.sr.IsProjected(), !c.geographic);
+    if (c.name) { EXPECT_EQ(c.sr.Name(), c.name); }
+    EXPECT_TRUE(c.sr.IsGeographic() == c.geographic && c.sr.IsProjected() == !c.geographic);
     EXPECT_NEAR(c.sr.MetersPerUnit(), c.metersPerUnit, 1e-15);
     EXPECT_EQ(c.sr.GeographicCoordinateSystem().FactoryCode(), c.geographicCode);
   }
@@ -58,9 +55,7 @@ TEST(SpatialReference, CodeIsFoundForTextWithoutIdentifier) {
 
 TEST(SpatialReference, UnknownsCopiesAndOtherThreads) {
   const SpatialReference unknown;
-  EXPECT_TRUE(unknown.IsUnknown());
-  EXPECT_EQ(unknown.FactoryCode(), 0);
-  EXPECT_TRUE(unknown.GeographicCoordinateSystem().IsUnknown());
+  EXPECT_TRUE(unknown.IsUnknown() && unknown.FactoryCode() == 0 && unknown.GeographicCoordinateSystem().IsUnknown());
   EXPECT_THROW(SpatialReference::FromEpsg(1), PlatformError);
   EXPECT_THROW(SpatialReference::FromUserInput("no such system"), PlatformError);
 

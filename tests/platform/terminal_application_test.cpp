@@ -3,29 +3,24 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <memory>
+#include <cstdlib>
 
 #include "platform/version.h"
 
 namespace tarnwick::platform::host {
 namespace {
 
-// A temporary file standing in for stderr, read back as text.
+// A stream in memory standing in for stderr.
 class Capture {
  public:
-  Capture() : file_(std::tmpfile(), &std::fclose) {}
-  std::FILE* get() const { return file_.get(); }
-  std::string Text() const {
-    std::fflush(file_.get());
-    std::rewind(file_.get());
-    std::string text;
-    char buffer[512];
-    while (std::size_t n = std::fread(buffer, 1, sizeof buffer, file_.get())) text.append(buffer, n);
-    return text;
-  }
+  ~Capture() { std::fclose(file_), std::free(buffer_); }
+  std::FILE* get() const { return file_; }
+  std::string Text() const { return std::fflush(file_), std::string(buffer_, size_); }
 
  private:
-  std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
+  char* buffer_ = nullptr;
+  std::size_t size_ = 0;
+  std::FILE* file_ = open_memstream(&buffer_, &size_);
 };
 
 TEST(TerminalStatusBar, WithoutTerminalLogsOnlyEveryTenPercent) {
@@ -75,9 +70,8 @@ TEST(TerminalApplication, MessageBoxesAndVersion) {
   EXPECT_EQ(noAnswers.MessageBox("Go on?", "T", MessageButtons::OKCancel, MessageIcon::None), MessageResult::Cancel);
   EXPECT_EQ(noAnswers.VersionNumber(), -1);
   const Version v = noAnswers.GetVersion();
-  EXPECT_EQ(v.major, kVersionMajor);
-  EXPECT_EQ(v.minor, kVersionMinor);
-  EXPECT_EQ(v.revision, kVersionRevision);
+  EXPECT_EQ((std::vector<int>{v.major, v.minor, v.revision}),
+            (std::vector<int>{kVersionMajor, kVersionMinor, kVersionRevision}));
 }
 
 }  // namespace

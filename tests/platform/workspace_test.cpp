@@ -1,6 +1,11 @@
+// The three stores: classes made, written, read, updated and reopened; the
+// refusals for missing, absent, damaged-by-kind and read-only stores.
 #include "platform/workspace.h"
 
 #include <gtest/gtest.h>
+
+#include <functional>
+#include <sys/stat.h>
 
 #include "platform/errors.h"
 #include "testkit/layers.h"
@@ -42,8 +47,7 @@ TEST_P(WorkspaceStores, CreateInsertReadUpdate) {
   EXPECT_EQ(plots->Fields()[2].length, 20);
   EXPECT_EQ(plots->FindField("plot_no"), 3);
   EXPECT_EQ(plots->FindField("absent"), -1);
-  EXPECT_EQ(plots->ShapeType(), GeometryType::Point);
-  EXPECT_FALSE(plots->HasZ() || plots->HasM());
+  EXPECT_TRUE(plots->ShapeType() == GeometryType::Point && !plots->HasZ() && !plots->HasM());
   EXPECT_EQ(plots->GetSpatialReference().FactoryCode(), 26910);
 
   {
@@ -76,21 +80,15 @@ TEST_P(WorkspaceStores, CreateInsertReadUpdate) {
   const auto selected = plots->Select("PLOT_NO >= 4");
   ASSERT_EQ(selected.size(), 2u);
 
-  std::vector<std::int64_t> numbers;
-  auto search = plots->Search();
-  while (auto feature = search->NextFeature()) {
-    const auto n = std::get<std::int64_t>(feature->values[3]);
-    numbers.push_back(n);
-    EXPECT_EQ(std::get<std::int64_t>(feature->values[0]), feature->oid);
-    EXPECT_DOUBLE_EQ(std::get<double>(feature->values[4]), n * 0.25);
-    EXPECT_EQ(feature->shape.PointXY(), (XY{500000.0 + n * 10, 4000000.0 + n}));
-    EXPECT_EQ(feature->shape.SpatialRef().FactoryCode(), 26910);
-    if (n == 3) {
-      EXPECT_TRUE(IsNull(feature->values[5]));
-    }
+  EXPECT_EQ(testkit::Column(*plots, "PLOT_NO"), (std::vector<Value>{1, 2, 3, 4, 5}));
+  for (const auto& feature : testkit::ReadAll(*plots)) {
+    const auto n = std::get<std::int64_t>(feature.values[3]);
+    EXPECT_EQ(std::get<std::int64_t>(feature.values[0]), feature.oid);
+    EXPECT_DOUBLE_EQ(std::get<double>(feature.values[4]), n * 0.25);
+    EXPECT_EQ(feature.shape.PointXY(), (XY{500000.0 + n * 10, 4000000.0 + n}));
+    EXPECT_EQ(feature.shape.SpatialRef().FactoryCode(), 26910);
+    EXPECT_EQ(IsNull(feature.values[5]), n == 3);
   }
-  search.reset();
-  EXPECT_EQ(numbers, (std::vector<std::int64_t>{1, 2, 3, 4, 5}));
 
   // Read by OID in the order given.
   auto byOid = plots->SearchOids({selected[1], selected[0]});
@@ -113,16 +111,11 @@ TEST_P(WorkspaceStores, CreateInsertReadUpdate) {
   // Everything is on disk: a second opening of the store reads it back.
   auto reopened = Workspace::Open(workspace->PathName())->OpenFeatureClass("plots");
   EXPECT_EQ(reopened->FeatureCount(), 5);
-  auto changed = reopened->Search("STAND_ID = 'ZZ'");
-  auto feature = changed->NextFeature();
-  ASSERT_TRUE(feature);
-  EXPECT_EQ(std::get<std::int64_t>(feature->values[3]), 2);
-  EXPECT_DOUBLE_EQ(std::get<double>(feature->values[4]), 2.75);
-  EXPECT_EQ(feature->shape.PointXY(), (XY{1, 2}));
-  EXPECT_FALSE(changed->NextFeature());
-  const Envelope extent = reopened->Extent();
-  EXPECT_DOUBLE_EQ(extent.xMin, 1);
-  EXPECT_DOUBLE_EQ(extent.xMax, 500050);
+  EXPECT_EQ(testkit::Column(*reopened, "STAND_ID"), (std::vector<Value>{"A1", "ZZ", "A1", "B2", "A1"}));
+  EXPECT_EQ(testkit::Column(*reopened, "AREA_HA"), (std::vector<Value>{0.25, 2.75, 0.75, 1.0, 1.25}));
+  EXPECT_EQ(testkit::ReadAll(*reopened)[1].shape.PointXY(), (XY{1, 2}));
+  EXPECT_DOUBLE_EQ(reopened->Extent().xMin, 1);
+  EXPECT_DOUBLE_EQ(reopened->Extent().xMax, 500050);
 }
 
 TEST_P(WorkspaceStores, AddFieldToExistingClassAndNames) {
@@ -144,24 +137,19 @@ TEST_P(WorkspaceStores, AddFieldToExistingClassAndNames) {
     cursor->Flush();
   }
 
-  auto search = plots->Search();
-  auto feature = search->NextFeature();
-  ASSERT_TRUE(feature);
-  EXPECT_EQ(std::get<std::string>(feature->values[6]), "late field");
-  EXPECT_DOUBLE_EQ(std::get<double>(feature->values[7]), 1.5);
+  const auto features = testkit::ReadAll(*plots);
+  ASSERT_EQ(features.size(), 1u);
+  EXPECT_EQ(std::get<std::string>(features[0].values[6]), "late field");
+  EXPECT_DOUBLE_EQ(std::get<double>(features[0].values[7]), 1.5);
   // Shapefiles keep the day only.
-  EXPECT_EQ(std::get<std::string>(feature->values[8]),
+  EXPECT_EQ(std::get<std::string>(features[0].values[8]),
             GetParam().kind == WorkspaceKind::ShapefileFolder ? "2024-03-05T00:00:00" : "2024-03-05T10:20:30");
-  EXPECT_TRUE(feature->shape.IsNull());
-  search.reset();
+  EXPECT_TRUE(features[0].shape.IsNull());
 
   EXPECT_TRUE(workspace->NameExists("PLOTS"));
   EXPECT_FALSE(workspace->NameExists("Stands"));
   EXPECT_EQ(workspace->FeatureClassNames(), std::vector<std::string>{"Plots"});
-  const ClassPath split = SplitClassPath(plots->FullPath());
-  EXPECT_EQ(split.workspace, workspace->PathName());
-  EXPECT_EQ(split.name, "Plots");
-
+  EXPECT_EQ(SplitClassPath(plots->FullPath()).workspace, workspace->PathName());
   const FeatureLayer layer = OpenFeatureLayer(plots->FullPath());
   EXPECT_EQ(layer.name, "Plots");
   EXPECT_EQ(layer.featureClass->FeatureCount(), 1);
@@ -172,10 +160,7 @@ TEST_P(WorkspaceStores, AddFieldToExistingClassAndNames) {
 
 TEST_P(WorkspaceStores, PolygonsWithZAndCustomNames) {
   workspace = Workspace::OpenOrCreate(dir / GetParam().path);
-  Workspace::NewFeatureClass newClass;
-  newClass.name = "Stands";
-  newClass.geometryType = GeometryType::Polygon;
-  newClass.spatialReference = SpatialReference::FromEpsg(2227);
+  auto newClass = testkit::ClassSpec("Stands", GeometryType::Polygon, SpatialReference::FromEpsg(2227));
   newClass.oidFieldName = "STAND_OID";
   newClass.shapeFieldName = "GEOM";
   newClass.hasZ = true;
@@ -195,12 +180,11 @@ TEST_P(WorkspaceStores, PolygonsWithZAndCustomNames) {
     cursor->InsertFeature(buffer);
     cursor->Flush();
   }
-  auto search = stands->Search();
-  auto feature = search->NextFeature();
-  ASSERT_TRUE(feature);
-  EXPECT_NEAR(feature->shape.Area(), 96.0, 1e-3);  // a geodatabase snaps to its XY resolution
-  EXPECT_TRUE(feature->shape.HasZ());
-  EXPECT_EQ(feature->shape.SpatialRef().FactoryCode(), 2227);
+  const auto features = testkit::ReadAll(*stands);
+  ASSERT_EQ(features.size(), 1u);
+  EXPECT_NEAR(features[0].shape.Area(), 96.0, 1e-3);  // a geodatabase snaps to its XY resolution
+  EXPECT_TRUE(features[0].shape.HasZ());
+  EXPECT_EQ(features[0].shape.SpatialRef().FactoryCode(), 2227);
 }
 
 TEST_P(WorkspaceStores, FlushedFeaturesAreSeenByAnotherOpeningWhichMayWriteAnotherClass) {
@@ -240,6 +224,75 @@ TEST_P(WorkspaceStores, FlushedFeaturesAreSeenByAnotherOpeningWhichMayWriteAnoth
 
 INSTANTIATE_TEST_SUITE_P(AllStores, WorkspaceStores, ::testing::ValuesIn(testkit::kStores),
                          [](const auto& info) { return info.param.name; });
+
+// Expects f to raise a platform error whose message holds every part.
+void ExpectRefused(const std::function<void()>& f, const std::vector<std::string>& parts) {
+  try {
+    f();
+    ADD_FAILURE() << "no error raised; expected " << parts.front();
+  } catch (const PlatformError& e) {
+    for (const auto& part : parts) EXPECT_NE(std::string(e.what()).find(part), std::string::npos) << e.what();
+  }
+}
+
+TEST(WorkspaceErrors, MissingPathsAbsentLayersAndPersonalGeodatabases) {
+  testkit::TempDir dir;
+  ExpectRefused([&] { Workspace::Open(dir / "nowhere.gpkg"); }, {dir / "nowhere.gpkg", "does not exist"});
+  ExpectRefused([&] { OpenFeatureLayer(dir / "gone/plots.shp"); }, {"does not exist"});
+  for (const std::string& mdb : {dir / "old.mdb", dir / "old.mdb/Plots"}) {
+    ExpectRefused([&] { Workspace::OpenOrCreate(mdb); }, {"personal geodatabase", "cannot be written on this platform"});
+  }
+  ExpectRefused([&] { OpenFeatureLayer(dir / "old.mdb/Plots"); }, {"personal geodatabase"});
+
+  testkit::MakeClass(dir / "inv.gpkg", testkit::ClassSpec("Stands", GeometryType::Polygon, {}));
+  const auto roads = testkit::ClassSpec("Roads", GeometryType::Polyline, {});
+  testkit::MakeClass(dir / "inv.gpkg", roads);
+  auto workspace = Workspace::Open(dir / "inv.gpkg");
+  EXPECT_EQ(OpenFeatureLayer(dir / "inv.gpkg|layername=Stands").name, "Stands");
+  EXPECT_EQ(OpenFeatureLayer(dir / "inv.gpkg/Roads").featureClass->ShapeType(), GeometryType::Polyline);
+  ExpectRefused([&] { OpenFeatureLayer(dir / "inv.gpkg|layername=Plots"); }, {"no feature class named 'Plots'"});
+  ExpectRefused([&] { OpenFeatureLayer(dir / "inv.gpkg"); }, {"holds 2 feature classes"});
+  ExpectRefused([&] { workspace->OpenFeatureClass("Plots"); }, {"'Plots' not found"});
+  ExpectRefused([&] { workspace->CreateFeatureClass(roads); }, {"already exists"});
+  ExpectRefused([&] { workspace->OpenFeatureClass("Stands")->FeatureCount("NO_SUCH_FIELD = 1"); },
+                {"Invalid where clause"});
+}
+
+TEST(WorkspaceErrors, ReadOnlyStoresReadButRefuseWrites) {
+  testkit::TempDir dir;
+  const std::string folder = dir / "shapes";
+  testkit::MakeClass(folder, testkit::ClassSpec("plots", GeometryType::Point, {}, {Field{"N", "", FieldType::Integer}}),
+                     {{"POINT (1 2)"}});
+  ::chmod(folder.c_str(), 0555);
+  for (const char* file : {"plots.shp", "plots.shx", "plots.dbf"}) ::chmod((folder + "/" + file).c_str(), 0444);
+  auto workspace = Workspace::Open(folder);
+  auto plots = workspace->OpenFeatureClass("plots");
+  EXPECT_EQ(plots->FeatureCount(), 1);
+  ExpectRefused([&] { plots->Insert(); }, {"read-only", folder});
+  ExpectRefused([&] { plots->AddField(Field{"M", "", FieldType::Integer}); }, {"read-only", folder});
+  ExpectRefused([&] { workspace->CreateFeatureClass(testkit::ClassSpec("more", GeometryType::Point, {})); },
+                {"read-only", folder});
+  ::chmod(folder.c_str(), 0755);
+
+  const std::string path = dir / "inv.gpkg";
+  testkit::MakeClass(path, testkit::ClassSpec("Stands", GeometryType::Polygon, {}));
+  ::chmod(path.c_str(), 0444);
+  auto stands = OpenFeatureLayer(path + "|layername=Stands").featureClass;
+  EXPECT_EQ(stands->FeatureCount(), 0);
+  ExpectRefused([&] { stands->Update(); }, {"Cannot update 'Stands': workspace '" + path + "' is read-only"});
+}
+
+TEST(WorkspaceErrors, SplitClassPath) {
+  const std::pair<const char*, ClassPath> cases[] = {
+      {"x.gpkg/Plots", {"x.gpkg", "Plots"}},          {"/data/x.gdb/Plots", {"/data/x.gdb", "Plots"}},
+      {"dir/plots.shp", {"dir", "plots"}},            {"C:\\data\\plots.SHP", {"C:/data", "plots"}},
+      {"/data/x.gdb/Forest/Plots", {"/data/x.gdb", "Plots"}},
+  };
+  for (const auto& [path, expected] : cases) {
+    EXPECT_EQ(SplitClassPath(path).workspace, expected.workspace) << path;
+    EXPECT_EQ(SplitClassPath(path).name, expected.name) << path;
+  }
+}
 
 }  // namespace
 }  // namespace tarnwick::platform
