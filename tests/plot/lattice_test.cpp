@@ -1,4 +1,5 @@
-// The lattice walker on a plane and on a geographic system.
+// The lattice walker on a plane and on a geographic system, and the search
+// for the spacing that gives a stand its plot count.
 #include "plot/lattice.h"
 
 #include <gtest/gtest.h>
@@ -6,6 +7,7 @@
 #include <cmath>
 
 #include "plot/plot_points.h"
+#include "plot/spacing_solver.h"
 #include "support/spheroid_operations.h"
 
 namespace tarnwick {
@@ -17,6 +19,10 @@ using platform::SpatialReference;
 using platform::XY;
 
 constexpr double kDegree = 3.14159265358979323846 / 180;
+const SpatialReference& Utm() {
+  static const SpatialReference utm = SpatialReference::FromEpsg(26910);
+  return utm;
+}
 
 TEST(LatticeDirections, FollowTheOrientationClasses) {
   struct Case {
@@ -45,59 +51,44 @@ const char* kConcaveStand =
     "POLYGON((500000 4000000,500400 4000000,500400 4000150,500180 4000150,500180 4000330,500260 4000330,"
     "500260 4000420,500000 4000420,500000 4000000))";
 
-struct LatticeIndex {
-  double i;  // steps along the row (east) direction
-  double j;  // steps along the north direction
-};
-
-// Coordinates of p in the lattice through origin, in steps.
-LatticeIndex IndexOf(XY p, XY origin, const LatticeDirections& d, double xSpacing, double ySpacing) {
-  const double dx = p.x - origin.x, dy = p.y - origin.y;
-  // Compass azimuth a: unit vector (sin a, cos a).
-  const double ex = std::sin(d.east * kDegree), ey = std::cos(d.east * kDegree);
-  const double nx = std::sin(d.north * kDegree), ny = std::cos(d.north * kDegree);
-  return {(dx * ex + dy * ey) / xSpacing, (dx * nx + dy * ny) / ySpacing};
-}
-
 TEST(ReturnTestPointCollection2, PlaneLatticeIsCompleteInsideAndOrdered) {
-  const SpatialReference utm = SpatialReference::FromEpsg(26910);
-  const Geometry polygon = Geometry::FromWkt(kConcaveStand, utm);
+  const Geometry polygon = Geometry::FromWkt(kConcaveStand, Utm());
   const PreparedPolygon prepared(polygon);
   const XY origin{500123.4, 4000077.7};  // any point: the lattice passes through it
   const double xSpacing = 23, ySpacing = 31;
 
   for (double orientation : {0.0, 45.0, 46.0, 90.0, 200.0, 330.0}) {
     SCOPED_TRACE(orientation);
-    double a = orientation;
-    const LatticeFrame frame = MakeLatticeFrame(polygon, a);
+    const LatticeFrame frame = MakeLatticeFrame(polygon, orientation);
     std::vector<XY> points;
     ReturnTestPointCollection2(origin, prepared, xSpacing, ySpacing, frame, points);
+    // Unit vectors of the row (east) and column (north) directions: a
+    // compass azimuth a points along (sin a, cos a).
+    const XY east{std::sin(frame.directions.east * kDegree), std::cos(frame.directions.east * kDegree)};
+    const XY north{std::sin(frame.directions.north * kDegree), std::cos(frame.directions.north * kDegree)};
 
-    // Every point is a lattice point inside the stand.
-    std::vector<LatticeIndex> indexes;
-    for (const XY& p : points) {
+    // Every point is a lattice point inside the stand; northern row first,
+    // west to east within a row, no repeats.
+    double lastI = 0, lastJ = 0;
+    for (std::size_t n = 0; n < points.size(); ++n) {
+      const XY& p = points[n];
       EXPECT_TRUE(prepared.Covers(p.x, p.y));
-      const LatticeIndex k = IndexOf(p, origin, frame.directions, xSpacing, ySpacing);
-      EXPECT_NEAR(k.i, std::round(k.i), 1e-6);
-      EXPECT_NEAR(k.j, std::round(k.j), 1e-6);
-      indexes.push_back({std::round(k.i), std::round(k.j)});
-    }
-
-    // Northern row first, west to east within a row, no repeats.
-    for (std::size_t n = 1; n < indexes.size(); ++n) {
-      const bool sameRow = indexes[n].j == indexes[n - 1].j;
-      EXPECT_TRUE(indexes[n].j < indexes[n - 1].j || (sameRow && indexes[n].i > indexes[n - 1].i))
-          << "point " << n << " out of order";
+      const double dx = p.x - origin.x, dy = p.y - origin.y;
+      const double i = (dx * east.x + dy * east.y) / xSpacing, j = (dx * north.x + dy * north.y) / ySpacing;
+      EXPECT_NEAR(i, std::round(i), 1e-6);
+      EXPECT_NEAR(j, std::round(j), 1e-6);
+      if (n > 0) {
+        EXPECT_TRUE(std::round(j) < lastJ || (std::round(j) == lastJ && std::round(i) > lastI)) << "point " << n;
+      }
+      lastI = std::round(i), lastJ = std::round(j);
     }
 
     // Nothing missed: every lattice point in the stand was found.
     int expected = 0;
-    const double ex = std::sin(frame.directions.east * kDegree), ey = std::cos(frame.directions.east * kDegree);
-    const double nx = std::sin(frame.directions.north * kDegree), ny = std::cos(frame.directions.north * kDegree);
     for (int i = -60; i <= 60; ++i) {
       for (int j = -60; j <= 60; ++j) {
-        const double x = origin.x + i * xSpacing * ex + j * ySpacing * nx;
-        const double y = origin.y + i * xSpacing * ey + j * ySpacing * ny;
+        const double x = origin.x + i * xSpacing * east.x + j * ySpacing * north.x;
+        const double y = origin.y + i * xSpacing * east.y + j * ySpacing * north.y;
         if (prepared.Covers(x, y)) ++expected;
       }
     }
@@ -107,8 +98,7 @@ TEST(ReturnTestPointCollection2, PlaneLatticeIsCompleteInsideAndOrdered) {
 }
 
 TEST(ReturnTestPointCollection2, OrientationZeroRowsRunExactlyEastWestAndUnwalkableSpacingsAreRefused) {
-  const SpatialReference utm = SpatialReference::FromEpsg(26910);
-  const Geometry polygon = Geometry::FromWkt("POLYGON((0 0,100 0,100 50,0 50,0 0))", utm);
+  const Geometry polygon = Geometry::FromWkt("POLYGON((0 0,100 0,100 50,0 50,0 0))", Utm());
   const PreparedPolygon prepared(polygon);
   double a = 0;
   const LatticeFrame frame = MakeLatticeFrame(polygon, a);
@@ -125,18 +115,16 @@ TEST(ReturnTestPointCollection2, OrientationZeroRowsRunExactlyEastWestAndUnwalka
 }
 
 TEST(ReturnTestPointCollection2, GeographicStepsAreMetresOnTheSpheroid) {
-  const SpatialReference nad83 = SpatialReference::FromEpsg(4269);
   // About 1.2 km by 1.1 km near 45 degrees north.
   const Geometry polygon =
       Geometry::FromWkt("POLYGON((-122.010 45.000,-121.995 45.000,-121.995 45.010,-122.010 45.010,-122.010 45.000))",
-                        nad83);
+                        SpatialReference::FromEpsg(4269));
   const PreparedPolygon prepared(polygon);
   double a = 30;
   const LatticeFrame frame = MakeLatticeFrame(polygon, a);
   ASSERT_TRUE(frame.isGeographic);
   std::vector<XY> points;
-  const XY centre = polygon.Centroid().PointXY();
-  ReturnTestPointCollection2(centre, prepared, 100, 100, frame, points);
+  ReturnTestPointCollection2(polygon.Centroid().PointXY(), prepared, 100, 100, frame, points);
 
   // Area / cell: about 1182 m x 1112 m / 10,000 m2.
   EXPECT_NEAR(static_cast<double>(points.size()), 131, 12);
@@ -153,6 +141,61 @@ TEST(ReturnTestPointCollection2, GeographicStepsAreMetresOnTheSpheroid) {
   }
   EXPECT_GT(neighbours, 80);
   for (const XY& p : points) EXPECT_TRUE(prepared.Covers(p.x, p.y));
+}
+
+TEST(SearchSpacingForCount, HitsTheTargetOnConcaveStands) {
+  const char* crescent = "POLYGON((0 0,300 40,520 210,560 420,470 610,520 420,420 250,260 140,60 90,0 0))";
+  const struct {
+    const char* wkt;
+    long target;
+    SpacingRatioOption ratio;
+  } cases[] = {
+      {kConcaveStand, 1, SpacingRatioOption::Square},    {kConcaveStand, 12, SpacingRatioOption::Square},
+      {kConcaveStand, 40, SpacingRatioOption::OneToTwo}, {kConcaveStand, 75, SpacingRatioOption::Square},
+      {crescent, 10, SpacingRatioOption::Square},        {crescent, 25, SpacingRatioOption::OneToTwoPointFive},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::to_string(c.target) + " in " + c.wkt);
+    const Geometry polygon = Geometry::FromWkt(c.wkt, Utm());
+    const PreparedPolygon prepared(polygon);
+    const SpacingOption spacing = PlotsPerPolygon{c.target, SpacingRatio::Of(c.ratio)};
+    const StandOriginContext origin = PrepareStandOrigin(polygon, NoAnchor{}, nullptr);
+    platform::Feature stand;
+    StandGrid grid{polygon, prepared, stand, spacing, "Meters", origin, {}, "S1"};
+    double orientation = 17;
+    long iterations = -1;
+    std::vector<XY> points;
+    const StandPlots plots = ReturnPointCollectionOfPoints(grid, origin.target, orientation, iterations, points);
+    EXPECT_TRUE(plots.produced);
+    EXPECT_FALSE(plots.plotCountIsZero);
+    EXPECT_EQ(static_cast<long>(points.size()), c.target);
+    EXPECT_GE(iterations, 1);
+    EXPECT_LE(iterations, 301);
+    for (const auto& p : points) EXPECT_TRUE(prepared.Covers(p.x, p.y));
+  }
+}
+
+TEST(SearchSpacingForCount, ZeroTargetBuildsNothingAndANegativeOrNullTargetFails) {
+  const Geometry polygon = Geometry::FromWkt("POLYGON((0 0,100 0,100 100,0 100,0 0))", Utm());
+  const PreparedPolygon prepared(polygon);
+  const StandOriginContext origin = PrepareStandOrigin(polygon, NoAnchor{}, nullptr);
+  platform::Feature stand;
+  stand.values = {platform::Value{}, platform::Value{}, platform::Value{std::int64_t{0}}};
+  platform::Field plots;
+  plots.name = "Plots";
+  const SpacingOption fromField = PlotsFromField{2, plots, SpacingRatio::Of(SpacingRatioOption::Square)};
+  StandGrid grid{polygon, prepared, stand, fromField, "Meters", origin, {}, "S1"};
+  double orientation = 0;
+  long iterations = 5;
+  std::vector<XY> points{{1, 1}};
+  const StandPlots zero = ReturnPointCollectionOfPoints(grid, origin.target, orientation, iterations, points);
+  EXPECT_TRUE(zero.plotCountIsZero);
+  EXPECT_FALSE(zero.produced);
+  EXPECT_TRUE(points.empty());
+  for (const platform::Value& count : {platform::Value{std::int64_t{-4}}, platform::Value{}}) {
+    stand.values[2] = count;
+    EXPECT_THROW(ReturnPointCollectionOfPoints(grid, origin.target, orientation, iterations, points), std::exception);
+  }
 }
 
 }  // namespace

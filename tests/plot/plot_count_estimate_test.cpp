@@ -17,10 +17,8 @@ TEST(PlotCountEstimate, AreaOverCellOrTheCountsAndTheFirstUnusableValue) {
   testkit::TempDir dir;
   const auto utm = platform::SpatialReference::FromEpsg(26910);
   const auto stands = MakeStands(dir / "stands.gpkg", utm,
-                                 {{Square(500000, 4000000, 100), Value{std::string("A")}, Value{std::int64_t{7}},
-                                   Value{10.0}, Value{20.0}, Value{0.0}},
-                                  {Square(500200, 4000000, 200), Value{std::string("B")}, Value{std::int64_t{5}},
-                                   Value{10.0}, Value{10.0}, Value{0.0}}});
+                                 {{Square(500000, 4000000, 100), "A", std::int64_t{7}, 10.0, 20.0, 0.0},
+                                  {Square(500200, 4000000, 200), "B", std::int64_t{5}, 10.0, 10.0, 0.0}});
   PlotLayoutParameters p;
   p.stands = StandsOf(stands);
   p.units = "Meters";
@@ -40,27 +38,22 @@ TEST(PlotCountEstimate, AreaOverCellOrTheCountsAndTheFirstUnusableValue) {
   EXPECT_EQ(PlotCountAboveLimitText(PlotCountEstimate{61234567.4, 9, ""}, 50'000'000),
             "This run would lay out about 61,234,567 plots, more than the limit of 50,000,000.");
 
-  struct Case {
-    StandRow second;
-    std::string problem;
-  };
-  const Case cases[] = {
-      {{Square(500200, 4000000, 200), Value{std::string("B")}, Value{std::int64_t{-5}}},
+  const std::pair<StandRow, std::string> cases[] = {
+      {{Square(500200, 4000000, 200), "B", std::int64_t{-5}},
        "Stand 'B': the plot count in field 'Plots' is -5, which is not usable: it must be at least 0"},
-      {{Square(500200, 4000000, 200), Value{std::string("B")}, Value{std::int64_t{5}}, {}, {}, Value{HUGE_VAL}},
+      {{Square(500200, 4000000, 200), "B", std::int64_t{5}, {}, {}, HUGE_VAL},
        "Stand 'B': the orientation in field 'Orient' is inf, which is not a finite number"},
-      {{Square(500200, 4000000, 200), Value{std::string("B")}, Value{std::int64_t{5}}, {}, {}, Value{400.0}},
+      {{Square(500200, 4000000, 200), "B", std::int64_t{5}, {}, {}, 400.0},
        "Stand 'B': the orientation in field 'Orient' is 400, which is not usable: it must be at most 360"},
   };
-  for (const Case& c : cases) {
+  for (const auto& [second, problem] : cases) {
     testkit::TempDir other;
-    const auto layer =
-        MakeStands(other / "stands.gpkg", utm, {{Square(500000, 4000000, 100), Value{std::string("A")}}, c.second});
+    const auto layer = MakeStands(other / "stands.gpkg", utm, {{Square(500000, 4000000, 100), "A"}, second});
     PlotLayoutParameters q;
     q.stands = StandsOf(layer);
     q.spacing = PlotsFromField{kPlotsIndex, FieldAt(layer, kPlotsIndex), {}};
     q.orientation = OrientationFromField{kOrientationIndex, FieldAt(layer, kOrientationIndex)};
-    EXPECT_EQ(EstimatePlotCount(q).problem, c.problem);
+    EXPECT_EQ(EstimatePlotCount(q).problem, problem);
   }
 }
 

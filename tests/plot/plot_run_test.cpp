@@ -1,14 +1,15 @@
 // Whole plot runs on GeoPackage stands: the points written, their numbers,
-// and the three texts of a run.
-#include "platform/host/memory_map_document.h"
+// the three texts of a run and what it leaves in its output's metadata.
 #include "plot/plot_run.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <filesystem>
 
-#include "platform/host/map_document.h"
+#include "metadata/document_io.h"
+#include "platform/host/memory_map_document.h"
 #include "plot_fixtures.h"
 #include "testkit/fake_application.h"
 #include "testkit/golden.h"
@@ -20,20 +21,16 @@ namespace {
 using namespace plotfix;
 using platform::SpatialReference;
 using platform::XY;
-
-std::vector<std::string> Lines(const std::string& text) {
-  std::vector<std::string> lines;
-  std::size_t start = 0;
-  for (std::size_t at; (at = text.find("\r\n", start)) != std::string::npos; start = at + 2) {
-    lines.push_back(text.substr(start, at - start));
-  }
-  lines.push_back(text.substr(start));
-  return lines;
-}
+using ::testing::HasSubstr;
+using ::testing::Not;
 
 LocalTime At(int hour, int minute, int second) {
   using namespace std::chrono;
   return local_days{year{2026} / 11 / 23} + hours{hour} + minutes{minute} + seconds{second};
+}
+
+NewPlotClass NewClass(const std::string& store, const std::string& name = "Plots") {
+  return NewPlotClass{store + "/" + name, store, name};
 }
 
 class PlotRun : public ::testing::Test {
@@ -47,6 +44,7 @@ class PlotRun : public ::testing::Test {
     return GeneratePlotLayout(app, document, parameters, options);
   }
 
+  // A 30 m square grid of the stands into a new class in store.
   PlotLayoutParameters NewClassRun(const platform::FeatureLayer& stands, const std::string& store) {
     PlotLayoutParameters p;
     p.stands = StandsOf(stands);
@@ -54,8 +52,15 @@ class PlotRun : public ::testing::Test {
     p.spacing = ManualSpacing{30, 30};
     p.orientation = ConstantOrientation{0};
     p.firstPlotNumber = 1;
-    p.output = NewPlotClass{store + "/Plots", store, "Plots"};
+    p.output = NewClass(store);
     return p;
+  }
+
+  std::string MetadataOf(platform::FeatureClass& featureClass) {
+    bool failed = false;
+    const std::string xml = metadata::ReturnMetadataXMLStringFromDataset(featureClass, failed);
+    EXPECT_FALSE(failed);
+    return xml;
   }
 
   testkit::TempDir dir;
@@ -64,7 +69,7 @@ class PlotRun : public ::testing::Test {
   const SpatialReference utm = SpatialReference::FromEpsg(26910);
 };
 
-TEST_F(PlotRun, NewClassReportParameterAndPurposeTexts) {
+TEST_F(PlotRun, NewClassReportParameterPurposeAndMetadata) {
   const std::string store = dir / "plots.gpkg";
   const auto stands = MakeStands(dir / "stands.gpkg", utm,
                                  {{Square(500000, 4000000, 100), "A"}, {Square(500200, 4000000, 100), "B"}});
@@ -97,6 +102,18 @@ TEST_F(PlotRun, NewClassReportParameterAndPurposeTexts) {
   EXPECT_EQ(app.statusBar.messages.front(), "Generating Plots in Stands...");
   EXPECT_EQ(app.statusBar.messages[1], "Generating Plots in Stands [Stand ID = A)");
   EXPECT_EQ(app.yields, 2);
+
+  // A new class gets an abstract, the history and its fields' descriptions.
+  const std::string xml = MetadataOf(*result.outputClass);
+  for (const char* text : {"This feature class contains an array of plot locations distributed over stand polygons "
+                           "from 'Stands'.",
+                           "Generated an array of plots over stands from 'Stands'",
+                           "NOTE:  This is not Python or VB Code!", "GeneratePlotLayout", "Plot ID Value of this point.",
+                           "ID Value of stand that contains this plot point, extracted from Attribute Field [StandID] "
+                           "in feature class 'Stands'.",
+                           "Tarnwick, LLC"}) {
+    EXPECT_THAT(xml, HasSubstr(text));
+  }
 }
 
 TEST_F(PlotRun, ExistingClassWithCountAnchorBufferAndFieldOrientation) {
@@ -145,7 +162,7 @@ TEST_F(PlotRun, ExistingClassWithCountAnchorBufferAndFieldOrientation) {
   EXPECT_TRUE(document.FocusMap().Layers().empty());  // no new layer for an existing class
 }
 
-TEST_F(PlotRun, NumericPlotIdsAndStartAboveHighestOnAnEmptyClass) {
+TEST_F(PlotRun, NumericPlotIdsStartAboveHighestOnAnEmptyClassAndHistoryOnly) {
   const auto stands = MakeStands(dir / "stands.gpkg", utm, {{Square(500000, 4000000, 100), "A"}});
   auto numbered = testkit::MakeClass(
       dir / "plots.gpkg", testkit::ClassSpec("Numbered", platform::GeometryType::Point, utm,
@@ -156,7 +173,7 @@ TEST_F(PlotRun, NumericPlotIdsAndStartAboveHighestOnAnEmptyClass) {
   p.firstPlotNumber = 0;
   PlotLayoutResult result = Run(p);
   ASSERT_TRUE(result.succeeded) << result.failureReport;
-  EXPECT_NE(result.purposeText.find("['Numbered' in workspace '"), std::string::npos);  // names equal: no dataset part
+  EXPECT_THAT(result.purposeText, HasSubstr("['Numbered' in workspace '"));  // names equal: no dataset part
 
   // A second run from a given number.
   std::get<ExistingPlotLayer>(p.output).startAboveHighest = false;
@@ -169,6 +186,12 @@ TEST_F(PlotRun, NumericPlotIdsAndStartAboveHighestOnAnEmptyClass) {
     EXPECT_EQ(plots[i].values.at(2), Value{std::int64_t{i + 1}});
     EXPECT_EQ(plots[9 + i].values.at(2), Value{std::int64_t{100 + i}});
   }
+
+  // An existing class that has its stand field gets the history only.
+  const std::string xml = MetadataOf(*numbered);
+  EXPECT_THAT(xml, HasSubstr("NOTE:  This is not Python or VB Code!"));
+  EXPECT_THAT(xml, Not(HasSubstr("ID Value of stand that contains this plot point")));
+  EXPECT_THAT(xml, Not(HasSubstr("This feature class contains an array of plot locations")));
 }
 
 TEST_F(PlotRun, NullStandIdFailsTheRunAndNothingOfItStays) {
@@ -182,25 +205,26 @@ TEST_F(PlotRun, NullStandIdFailsTheRunAndNothingOfItStays) {
   EXPECT_EQ(result.caption, "Analysis Failed:");
   EXPECT_EQ(result.standsDone, 2);
   EXPECT_EQ(result.plotsWritten, 9);
-  const std::vector<std::string> lines = Lines(result.failureReport);
-  ASSERT_GE(lines.size(), 5u);
+  std::vector<std::string> lines;
+  for (std::size_t start = 0, at = 0; lines.size() < 5 && at != std::string::npos; start = at + 2) {
+    at = result.failureReport.find("\r\n", start);
+    lines.push_back(result.failureReport.substr(start, at - start));
+  }
+  ASSERT_EQ(lines.size(), 5u) << result.failureReport;
   EXPECT_EQ(lines[0], "Analysis Failed:");
   EXPECT_EQ(lines[1].rfind("  --> Line Number ", 0), 0u);
   EXPECT_EQ(lines[2], "  --> Error Number = 94");
   EXPECT_EQ(lines[3].rfind("  --> Error Source = GeneratePlotLayout PlotLayoutFunctions", 0), 0u);
   EXPECT_EQ(lines[4].rfind("  --> Error Description = ", 0), 0u);
-  EXPECT_NE(result.failureReport.find("Invalid use of Null"), std::string::npos);
+  EXPECT_THAT(result.failureReport, HasSubstr("Invalid use of Null"));
   // The progress message showed the Null before the run failed on it.
   EXPECT_EQ(app.statusBar.messages.back(), "Generating Plots in Stands [Stand ID = <Null>)");
-  // The error road showed and logged the stack.
+  // The error road showed and logged the stack; the log names the same line as the report.
   ASSERT_TRUE(result.errorLog.has_value());
   EXPECT_TRUE(std::filesystem::exists(result.errorLog->path));
   ASSERT_EQ(app.windows.size(), 1u);
-  // The log names the same line as the report.
   const std::string line = lines[1].substr(std::string("  --> Line Number ").size());
-  EXPECT_NE(app.windows[0].find("GeneratePlotLayout PlotLayoutFunctions Line : " + line + "\r\n"),
-            std::string::npos)
-      << app.windows[0];
+  EXPECT_THAT(app.windows[0], HasSubstr("GeneratePlotLayout PlotLayoutFunctions Line : " + line + "\r\n"));
   // What went wrong, without the stack, and where.
   EXPECT_EQ(result.errorLog->reason, "Invalid use of Null");
   EXPECT_EQ(result.failedStandId, "<Null>");
@@ -218,15 +242,14 @@ TEST_F(PlotRun, ZeroSpacingFromAFieldOrNoSpatialReferenceFailsTheRun) {
   PlotLayoutResult result = Run(p);
   EXPECT_FALSE(result.succeeded);
   EXPECT_EQ(result.plotsWritten, 9);
-  EXPECT_NE(result.failureReport.find("Stand 'B': the X spacing in field [XSp] is 0"), std::string::npos)
-      << result.failureReport;
+  EXPECT_THAT(result.failureReport, HasSubstr("Stand 'B': the X spacing in field [XSp] is 0"));
 
   // Stands without a spatial reference are refused before anything is written.
   const auto bare = MakeStands(dir / "bare.gpkg", SpatialReference(), {{Square(0, 0, 100), "A"}});
   const std::string store = dir / "plots2.gpkg";
   result = Run(NewClassRun(bare, store));
   EXPECT_FALSE(result.succeeded);
-  EXPECT_NE(result.failureReport.find("has no spatial reference"), std::string::npos);
+  EXPECT_THAT(result.failureReport, HasSubstr("has no spatial reference"));
   EXPECT_FALSE(std::filesystem::exists(store));
 }
 
@@ -240,9 +263,8 @@ TEST_F(PlotRun, BufferThatEliminatesAStandIsNoted) {
   p.buffer = {20, "Meters"};
   PlotLayoutResult result = Run(p);
   ASSERT_TRUE(result.succeeded) << result.failureReport;
-  EXPECT_NE(result.rtfReport.find("\\par \\b0\\tab 2] Stand 'Thin': Buffer Distance of '20' completely eliminated "
-                                  "the polygon\r\n"),
-            std::string::npos);
+  EXPECT_THAT(result.rtfReport, HasSubstr("\\par \\b0\\tab 2] Stand 'Thin': Buffer Distance of '20' completely "
+                                          "eliminated the polygon\r\n"));
   // Only the wide stand's shrunken 60 m square holds plots: 7 by 7 lattice points.
   EXPECT_EQ(result.plotsWritten, 49);
   for (const auto& plot : ReadAll(*result.outputClass)) {
@@ -252,11 +274,32 @@ TEST_F(PlotRun, BufferThatEliminatesAStandIsNoted) {
 
   // A negative distance shrinks the same way and tells the empty stand apart.
   p.buffer = {-20, "Meters"};
-  p.output = NewPlotClass{dir / "plots2.gpkg/Plots", dir / "plots2.gpkg", "Plots"};
+  p.output = NewClass(dir / "plots2.gpkg");
   result = Run(p);
   ASSERT_TRUE(result.succeeded) << result.failureReport;
   EXPECT_EQ(result.plotsWritten, 49);
-  EXPECT_NE(result.rtfReport.find("2] Stand 'Thin': Stand Polygon is Empty"), std::string::npos);
+  EXPECT_THAT(result.rtfReport, HasSubstr("2] Stand 'Thin': Stand Polygon is Empty"));
+}
+
+TEST_F(PlotRun, SelfIntersectingStandIsRepairedBeforeTheGrid) {
+  // A bow tie: two 100 m triangles meeting at (500050, 4000050).
+  const auto stands = MakeStands(
+      dir / "stands.gpkg", utm,
+      {{"POLYGON((500000 4000000,500100 4000100,500100 4000000,500000 4000100,500000 4000000))", "Bow"}});
+  PlotLayoutParameters p = NewClassRun(stands, dir / "plots.gpkg");
+  p.spacing = ManualSpacing{10, 10};
+  const PlotLayoutResult result = Run(p);
+  ASSERT_TRUE(result.succeeded) << result.failureReport;
+  // Both triangles hold plots: points left and right of the crossing.
+  bool west = false, east = false;
+  for (const auto& plot : ReadAll(*result.outputClass)) {
+    const XY xy = plot.shape.PointXY();
+    west = west || xy.x < 500040;
+    east = east || xy.x > 500060;
+    EXPECT_LE(std::abs(xy.y - 4000050), std::abs(xy.x - 500050) + 1e-6);  // inside the bow tie
+  }
+  EXPECT_TRUE(west && east);
+  EXPECT_GT(result.plotsWritten, 40);
 }
 
 TEST_F(PlotRun, LatticePassesThroughTheAnchor) {
@@ -273,8 +316,6 @@ TEST_F(PlotRun, LatticePassesThroughTheAnchor) {
   PlotLayoutParameters p = NewClassRun(stands, dir / "plots.gpkg");
   p.orientation = ConstantOrientation{33};
   p.anchor = ClickedAnchor{anchor.x, anchor.y, utm, std::nullopt, platform::TransformDirection::Forward};
-
-  p.spacing = ManualSpacing{30, 30};
   PlotLayoutResult result = Run(p);
   ASSERT_TRUE(result.succeeded) << result.failureReport;
   EXPECT_GT(result.plotsWritten, 80);
@@ -288,7 +329,7 @@ TEST_F(PlotRun, LatticePassesThroughTheAnchor) {
   // columns by the Y spacing: rows stay on the anchor, columns are off by
   // (40 - 25) / 40 of a step.
   p.spacing = ManualSpacing{40, 25};
-  p.output = NewPlotClass{dir / "plots2.gpkg/Plots", dir / "plots2.gpkg", "Plots"};
+  p.output = NewClass(dir / "plots2.gpkg");
   result = Run(p);
   ASSERT_TRUE(result.succeeded) << result.failureReport;
   for (const auto& plot : ReadAll(*result.outputClass)) {
@@ -312,8 +353,8 @@ TEST_F(PlotRun, PlotCountFromAFieldOnAGeographicLayer) {
   const PlotLayoutResult result = Run(p);
   ASSERT_TRUE(result.succeeded) << result.failureReport;
   EXPECT_EQ(result.plotsWritten, 20);
-  EXPECT_NE(result.rtfReport.find("1] Stand 'G1': Plot Count = 20 ("), std::string::npos);
-  EXPECT_NE(result.rtfReport.find("2] Stand 'G2': Plot Count = 0; No plots generated..."), std::string::npos);
+  EXPECT_THAT(result.rtfReport, HasSubstr("1] Stand 'G1': Plot Count = 20 ("));
+  EXPECT_THAT(result.rtfReport, HasSubstr("2] Stand 'G2': Plot Count = 0; No plots generated..."));
   EXPECT_EQ(result.outputClass->GetSpatialReference().FactoryCode(), 4269);
 }
 
@@ -327,15 +368,15 @@ TEST_F(PlotRun, SelectedStandsOnlyAndAllWhenNoneIsSelected) {
   PlotLayoutResult result = Run(p);
   ASSERT_TRUE(result.succeeded) << result.failureReport;
   EXPECT_EQ(result.plotsWritten, 9);
-  EXPECT_NE(result.rtfReport.find("Selected Stand Polygons (n = 1)"), std::string::npos);
-  EXPECT_NE(result.rtfReport.find("1] Stand 'C'"), std::string::npos);
+  EXPECT_THAT(result.rtfReport, HasSubstr("Selected Stand Polygons (n = 1)"));
+  EXPECT_THAT(result.rtfReport, HasSubstr("1] Stand 'C'"));
 
   p.stands.layer.selection.clear();
-  p.output = NewPlotClass{dir / "plots.gpkg/Plots2", dir / "plots.gpkg", "Plots2"};
+  p.output = NewClass(dir / "plots.gpkg", "Plots2");
   result = Run(p);
   ASSERT_TRUE(result.succeeded) << result.failureReport;
   EXPECT_EQ(result.plotsWritten, 27);
-  EXPECT_NE(result.rtfReport.find("All Stand Polygons (n = 3)"), std::string::npos);
+  EXPECT_THAT(result.rtfReport, HasSubstr("All Stand Polygons (n = 3)"));
 }
 
 }  // namespace
