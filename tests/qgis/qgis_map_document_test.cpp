@@ -1,7 +1,7 @@
 // The map document on a QGIS project: the tools see the file layers in
 // table-of-contents order with their selections, never a memory layer, and a
-// layer whose file is gone as invalid. And a run's progress on QGIS's status
-// bar.
+// layer whose file is gone as invalid; a run adds its layer and its markers.
+// And a run's progress on QGIS's status bar.
 #include <gtest/gtest.h>
 
 #include <QFile>
@@ -20,10 +20,9 @@ namespace {
 void WritePlotPoints(const std::string& store, const std::string& name, int count) {
   std::vector<testkit::Row> rows;
   for (int i = 1; i <= count; ++i) rows.push_back({testkit::PointWkt(i, 2 * i), {std::int64_t{i}}});
-  testkit::MakeClass(store,
-                     testkit::ClassSpec(name, platform::GeometryType::Point, platform::SpatialReference::FromEpsg(26910),
-                                        {{"PlotID", "", platform::FieldType::Integer}}),
-                     rows);
+  const platform::Field plotId{"PlotID", "", platform::FieldType::Integer};
+  const auto utm10 = platform::SpatialReference::FromEpsg(26910);
+  testkit::MakeClass(store, testkit::ClassSpec(name, platform::GeometryType::Point, utm10, {plotId}), rows);
 }
 
 QgsVectorLayer* AddLayer(QgsProject& project, const std::string& source, const QString& name,
@@ -33,7 +32,7 @@ QgsVectorLayer* AddLayer(QgsProject& project, const std::string& source, const Q
   return layer;
 }
 
-TEST(QgisMapDocument, OffersFileLayersInTreeOrderWithTheirSelections) {
+TEST(QgisMapDocument, OffersFileLayersInTreeOrderWithTheirSelectionsAndAddsLayersAndMarkers) {
   testkit::TempDir dir;
   WritePlotPoints(dir / "forest.gpkg", "Plots", 5);
   WritePlotPoints(dir / "forest.gpkg", "Cruise", 3);
@@ -60,15 +59,15 @@ TEST(QgisMapDocument, OffersFileLayersInTreeOrderWithTheirSelections) {
   EXPECT_EQ(names, (std::vector<std::string>{"Cruise", "Plots", "Shapefile plots", "Old plots"}));
   EXPECT_FALSE(layers[3].valid);
   EXPECT_EQ(layers[3].featureClass, nullptr);
-  for (const int i : {1, 2}) {
-    const auto& layer = layers[i];
+  const std::vector<std::pair<std::size_t, std::vector<std::int64_t>>> selections{{1, {2, 4}}, {2, {3}}};
+  for (const auto& [index, expected] : selections) {
+    const auto& layer = layers[index];
     ASSERT_TRUE(layer.valid);
     std::vector<std::int64_t> ids;
     auto cursor = layer.featureClass->SearchOids(layer.selection);
     while (auto feature = cursor->NextFeature()) {
       ids.push_back(std::get<std::int64_t>(feature->values[layer.featureClass->FindField("PlotID")]));
     }
-    const std::vector<std::int64_t> expected = i == 1 ? std::vector<std::int64_t>{2, 4} : std::vector<std::int64_t>{3};
     EXPECT_EQ(ids, expected) << layer.name;
   }
 
@@ -76,22 +75,17 @@ TEST(QgisMapDocument, OffersFileLayersInTreeOrderWithTheirSelections) {
   const auto selected = session.Document().SelectedLayers();
   ASSERT_EQ(selected.size(), 1u);
   EXPECT_EQ(selected[0].name, "Plots");
-}
 
-TEST(QgisMapDocument, AddsLayersMarkersAndReadsTheMapsSystem) {
-  testkit::TempDir dir;
-  WritePlotPoints(dir / "out.gpkg", "NewPlots", 2);
-  MiniDesktop desktop;
-  DesktopSession session(desktop.Windows());
+  // A run's new class joins the map at the top of the tree.
   QgisMap& map = session.Document().FocusMap();
   desktop.canvas->setDestinationCrs(QgsCoordinateReferenceSystem("EPSG:26910"));
   EXPECT_EQ(map.GetSpatialReference().FactoryCode(), 26910);
-
+  WritePlotPoints(dir / "out.gpkg", "NewPlots", 2);
   map.AddLayer(platform::OpenFeatureLayer(dir / "out.gpkg|layername=NewPlots"));
-  const auto layers = desktop.project->layerTreeRoot()->findLayers();
-  ASSERT_EQ(layers.size(), 1);
-  EXPECT_EQ(layers[0]->layer()->name(), "NewPlots");
-  EXPECT_TRUE(layers[0]->layer()->isValid());
+  const auto added = desktop.project->layerTreeRoot()->findLayers().at(0)->layer();
+  EXPECT_EQ(added->name(), "NewPlots");
+  EXPECT_TRUE(added->isValid());
+  EXPECT_EQ(desktop.project->count(), 6);
 
   map.AddGraphic({"Anchor", 500000, 4800000, 12, {255, 0, 0}});
   map.AddGraphic({"Other", 1, 2});
