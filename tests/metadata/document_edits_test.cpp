@@ -1,6 +1,7 @@
 // The edits the routines make, on a document in memory.
 #include <gtest/gtest.h>
 
+#include "dataset_fixture.h"
 #include "metadata/attribute_field.h"
 #include "metadata/contacts.h"
 #include "metadata/element_index.h"
@@ -9,6 +10,9 @@
 
 namespace tarnwick::metadata {
 namespace {
+
+using test::ExpectAbsent;
+using test::ExpectProperties;
 
 ContactRecord Forester() {
   ContactRecord c;
@@ -25,16 +29,14 @@ ContactRecord Forester() {
 TEST(Contacts, FirstContactAtZeroWithItsTextsRoleAndAddressType) {
   MetadataPropertySet set;
   EXPECT_EQ(AddContactToDocument(set, ContactKind::Metadata, Forester(), true), "");
-  EXPECT_EQ(set.GetProperty("mdContact[0]/rpIndName"), "Ann Lee");
-  EXPECT_EQ(set.GetProperty("mdContact[0]/rpOrgName"), "Tarnwick, LLC");
-  EXPECT_EQ(set.GetProperty("mdContact[0]/rpCntInfo/cntPhone/voiceNum"), "555-0100");
-  EXPECT_EQ(set.GetProperty("mdContact[0]/rpCntInfo/cntAddress/city"), "Corvallis");
-  EXPECT_EQ(set.GetProperty("mdContact[0]/rpCntInfo/cntAddress/eMailAdd"), "ann@example.com");
-  EXPECT_EQ(set.GetProperty("mdContact[0]/role/RoleCd/@value"), "007");
-  EXPECT_EQ(set.GetProperty("mdContact[0]/rpCntInfo/cntAddress/@addressType"), "physical");
+  ExpectProperties(set,
+                   {{"rpIndName", "Ann Lee"}, {"rpOrgName", "Tarnwick, LLC"},
+                    {"rpCntInfo/cntPhone/voiceNum", "555-0100"}, {"rpCntInfo/cntAddress/city", "Corvallis"},
+                    {"rpCntInfo/cntAddress/eMailAdd", "ann@example.com"}, {"role/RoleCd/@value", "007"},
+                    {"rpCntInfo/cntAddress/@addressType", "physical"}},
+                   "mdContact[0]/");
   // Blank texts are left out.
-  EXPECT_EQ(set.GetXml("mdContact[0]/rpPosName"), "");
-  EXPECT_EQ(set.GetXml("mdContact[0]/rpCntInfo/cntAddress/postCode"), "");
+  ExpectAbsent(set, {"rpPosName", "rpCntInfo/cntAddress/postCode"}, "mdContact[0]/");
 }
 
 TEST(Contacts, PresentContactIsNotAddedTwiceButADifferentOneIs) {
@@ -56,19 +58,16 @@ TEST(Contacts, PresentContactIsNotAddedTwiceButADifferentOneIs) {
   EXPECT_EQ(LastElementIndex(set, "dataIdInfo/idCitation/citRespParty"), 3);
   EXPECT_EQ(AddContactToDocument(set, ContactKind::Resource, Forester(), true), "");
   EXPECT_EQ(AddContactToDocument(set, ContactKind::Resource, Forester(), true), "Resource Contact Already Present");
-}
 
-TEST(Contacts, BlankNameIsWrittenAndAddressTypeFourOmitsTheAttributeWhileZeroWritesSkip) {
-  MetadataPropertySet set;
+  // A blank name is written; address type 4 leaves the contact information
+  // out, while 0 writes "skip".
   ContactRecord blank;
   blank.roleIndex = 11;
   blank.addressTypeIndex = 4;
   AddContactToDocument(set, ContactKind::Metadata, blank, false);
   EXPECT_EQ(set.GetXml("mdContact[0]/rpIndName"), "<rpIndName />\n");
-  EXPECT_EQ(set.GetXml("mdContact[0]/rpOrgName"), "");
-  EXPECT_EQ(set.GetXml("mdContact[0]/rpCntInfo"), "");
+  ExpectAbsent(set, {"rpOrgName", "rpCntInfo"}, "mdContact[0]/");
   EXPECT_EQ(set.GetProperty("mdContact[0]/role/RoleCd/@value"), "011");
-
   blank.addressTypeIndex = 0;
   AddContactToDocument(set, ContactKind::Metadata, blank, true);  // differs in address type
   EXPECT_EQ(set.GetProperty("mdContact[1]/rpCntInfo/cntAddress/@addressType"), "skip");
@@ -76,7 +75,7 @@ TEST(Contacts, BlankNameIsWrittenAndAddressTypeFourOmitsTheAttributeWhileZeroWri
   EXPECT_EQ(AddContactToDocument(set, ContactKind::Metadata, blank, true), "Metadata Contact Already Present");
 }
 
-TEST(LineageStep, WritesDescriptionDateProcessorAndDisplayName) {
+TEST(Lineage, StepsAndGeoprocessingEventsKeepEveryPart) {
   MetadataPropertySet set;
   LineageProcessStep step;
   step.description = "Generated plots.";
@@ -87,32 +86,25 @@ TEST(LineageStep, WritesDescriptionDateProcessorAndDisplayName) {
   AddLineageStepToDocument(set, step);
   step.description = "Second run.";
   AddLineageStepToDocument(set, step);
-  EXPECT_EQ(set.GetProperty("dqInfo/dataLineage/prcStep[0]/stepDesc"), "Generated plots.");
-  EXPECT_EQ(set.GetProperty("dqInfo/dataLineage/prcStep[0]/stepDateTm"), "2021-06-30T14:05:00");
-  EXPECT_EQ(set.GetProperty("dqInfo/dataLineage/prcStep[0]/stepProc/rpIndName"), "ann");
-  EXPECT_EQ(set.GetProperty("dqInfo/dataLineage/prcStep[0]/stepProc/displayName"), "ann");
-  EXPECT_EQ(set.GetProperty("dqInfo/dataLineage/prcStep[0]/stepProc/role/RoleCd/@value"), "009");
-  EXPECT_EQ(set.GetXml("dqInfo/dataLineage/prcStep[0]/stepProc/rpCntInfo"), "");
-  EXPECT_EQ(set.GetProperty("dqInfo/dataLineage/prcStep[1]/stepDesc"), "Second run.");
-}
+  ExpectProperties(set,
+                   {{"[0]/stepDesc", "Generated plots."}, {"[0]/stepDateTm", "2021-06-30T14:05:00"},
+                    {"[0]/stepProc/rpIndName", "ann"}, {"[0]/stepProc/displayName", "ann"},
+                    {"[0]/stepProc/role/RoleCd/@value", "009"}, {"[1]/stepDesc", "Second run."}},
+                   "dqInfo/dataLineage/prcStep");
+  ExpectAbsent(set, {"dqInfo/dataLineage/prcStep[0]/stepProc/rpCntInfo"});
 
-TEST(GeoprocessingHistory, EventTextWithToolSourceDateTimeNameAndExport) {
-  MetadataPropertySet set;
   GeoprocessingEvent event{"NOTE:  params", "Plot Layout tool [/opt/Tarnwick.dll", {2020, 12, 31, 23, 59, 58},
                            "GeneratePlotLayout", true};
   AddGeoprocessingEventToDocument(set, event);
   event.exportFlag = false;
   event.eventText = "second";
   AddGeoprocessingEventToDocument(set, event);
-  const std::string first = "Esri/DataProperties/lineage/Process[0]";
-  EXPECT_EQ(set.GetProperty(first), "NOTE:  params");
-  EXPECT_EQ(set.GetProperty(first + "/@ToolSource"), "Plot Layout tool [/opt/Tarnwick.dll");
-  EXPECT_EQ(set.GetProperty(first + "/@Date"), "20201231");
-  EXPECT_EQ(set.GetProperty(first + "/@Time"), "235958");
-  EXPECT_EQ(set.GetProperty(first + "/@Name"), "GeneratePlotLayout");
-  EXPECT_EQ(set.GetProperty(first + "/@export"), "True");
-  EXPECT_EQ(set.GetProperty("Esri/DataProperties/lineage/Process[1]"), "second");
-  EXPECT_EQ(set.GetXml("Esri/DataProperties/lineage/Process[1]").find("export=\"\"") != std::string::npos, true);
+  ExpectProperties(set,
+                   {{"[0]", "NOTE:  params"}, {"[0]/@ToolSource", "Plot Layout tool [/opt/Tarnwick.dll"},
+                    {"[0]/@Date", "20201231"}, {"[0]/@Time", "235958"}, {"[0]/@Name", "GeneratePlotLayout"},
+                    {"[0]/@export", "True"}, {"[1]", "second"}},
+                   "Esri/DataProperties/lineage/Process");
+  EXPECT_NE(set.GetXml("Esri/DataProperties/lineage/Process[1]").find("export=\"\""), std::string::npos);
 }
 
 TEST(Keywords, GivenListsReplaceTheirKeysAndAbsentOrEmptyListsLeaveThem) {
@@ -126,12 +118,12 @@ TEST(Keywords, GivenListsReplaceTheirKeysAndAbsentOrEmptyListsLeaveThem) {
   keywords.search = std::vector<std::string>{};  // empty: left alone
   keywords.stratum = std::vector<std::string>{"Tarnwick, LLC"};
   SetKeywordsInDocument(set, keywords);
-  EXPECT_EQ(set.GetProperty("dataIdInfo/themeKeys/keyword[0]"), "Stand");
-  EXPECT_EQ(set.GetProperty("dataIdInfo/themeKeys/keyword[1]"), "Plot Layout");
+  ExpectProperties(set, {{"dataIdInfo/themeKeys/keyword[0]", "Stand"},
+                         {"dataIdInfo/themeKeys/keyword[1]", "Plot Layout"},
+                         {"dataIdInfo/StratKeys/keyword[0]", "Tarnwick, LLC"},
+                         {"dataIdInfo/searchKeys/keyword[0]", "kept search"},
+                         {"idinfo/keywords/place/placekey[0]", "kept place"}});
   EXPECT_EQ(LastElementIndex(set, "dataIdInfo/themeKeys/keyword"), 1);
-  EXPECT_EQ(set.GetProperty("dataIdInfo/StratKeys/keyword[0]"), "Tarnwick, LLC");
-  EXPECT_EQ(set.GetProperty("dataIdInfo/searchKeys/keyword[0]"), "kept search");
-  EXPECT_EQ(set.GetProperty("idinfo/keywords/place/placekey[0]"), "kept place");
 }
 
 class AttributeFieldInDocument : public ::testing::Test {
@@ -143,6 +135,7 @@ class AttributeFieldInDocument : public ::testing::Test {
     set.SetPropertyX("eainfo/detailed/attr[1]/attrdomv/udom", "old udom");
   }
   MetadataPropertySet set;
+  const std::string attr = "eainfo/detailed/attr[1]/";
 };
 
 TEST_F(AttributeFieldInDocument, FieldIsFoundTrimmedAndWithoutRegardToCase) {
@@ -160,17 +153,14 @@ TEST_F(AttributeFieldInDocument, WritesNonBlankPartsAndSkipsAllBlankEnumeratedCo
   f.enumerated = EnumeratedDomain{{{"1", "One", "Me"}, {"", " ", ""}, {"2", "", "You"}}, false};
   f.clearFirst = true;
   SetAttributeFieldInDocument(set, 1, f);
-  const std::string attr = "eainfo/detailed/attr[1]";
-  EXPECT_EQ(set.GetProperty(attr + "/attrdef"), "ID Value of stand");
-  EXPECT_EQ(set.GetProperty(attr + "/attrdefs"), "Stands");
-  EXPECT_EQ(set.GetProperty(attr + "/attrdomv/rdom/attrunit"), "Stand ID Values");
-  EXPECT_EQ(set.GetXml(attr + "/attrdomv/rdom/rdommin"), "");
-  EXPECT_EQ(set.GetXml(attr + "/attrdomv/udom"), "");  // cleared first
-  EXPECT_EQ(set.GetProperty(attr + "/attrdomv/edom[0]/edomv"), "1");
-  EXPECT_EQ(set.GetProperty(attr + "/attrdomv/edom[1]/edomv"), "2");  // the blank column used no index
-  EXPECT_EQ(set.GetProperty(attr + "/attrdomv/edom[1]/edomvds"), "You");
-  EXPECT_EQ(set.GetXml(attr + "/attrdomv/edom[1]/edomvd"), "");
-  EXPECT_EQ(LastElementIndex(set, attr + "/attrdomv/edom"), 1);
+  // The all-blank column used no index.
+  ExpectProperties(set,
+                   {{"attrdef", "ID Value of stand"}, {"attrdefs", "Stands"},
+                    {"attrdomv/rdom/attrunit", "Stand ID Values"}, {"attrdomv/edom[0]/edomv", "1"},
+                    {"attrdomv/edom[1]/edomv", "2"}, {"attrdomv/edom[1]/edomvds", "You"}},
+                   attr);
+  ExpectAbsent(set, {"attrdomv/rdom/rdommin", "attrdomv/udom" /* cleared first */, "attrdomv/edom[1]/edomvd"}, attr);
+  EXPECT_EQ(LastElementIndex(set, attr + "attrdomv/edom"), 1);
 }
 
 TEST_F(AttributeFieldInDocument, WithoutClearingOldPartsStayAndWrongShapeLeavesEnumeratedOut) {
@@ -178,9 +168,8 @@ TEST_F(AttributeFieldInDocument, WithoutClearingOldPartsStayAndWrongShapeLeavesE
   f.definition = "new definition";
   f.enumerated = EnumeratedDomain{{{"1", "One", "Me"}}, true};
   SetAttributeFieldInDocument(set, 1, f);
-  EXPECT_EQ(set.GetProperty("eainfo/detailed/attr[1]/attrdef"), "new definition");
-  EXPECT_EQ(set.GetProperty("eainfo/detailed/attr[1]/attrdomv/udom"), "old udom");
-  EXPECT_EQ(set.GetXml("eainfo/detailed/attr[1]/attrdomv/edom"), "");
+  ExpectProperties(set, {{"attrdef", "new definition"}, {"attrdomv/udom", "old udom"}}, attr);
+  ExpectAbsent(set, {"attrdomv/edom"}, attr);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 
+#include "dataset_fixture.h"
 #include "metadata/element_index.h"
 #include "metadata/property_set.h"
 
@@ -16,28 +17,22 @@ TEST(MetadataPropertySet, KeysAddressRepeatedElementsFromZero) {
   set.SetPropertyX("mdContact[1]/rpIndName", "Second");  // index 1 brings index 0 with it
   set.SetPropertyX("mdContact[0]/rpIndName", "First");
   set.SetPropertyX("mdContact/rpOrgName", "Org");  // unindexed writes go to the first
-  EXPECT_EQ(set.GetProperty("mdContact[0]/rpIndName"), "First");
-  EXPECT_EQ(set.GetProperty("mdContact[1]/rpIndName"), "Second");
-  EXPECT_EQ(set.GetProperty("mdContact[0]/rpOrgName"), "Org");
-  EXPECT_EQ(set.GetProperty("mdContact[2]/rpIndName"), "");
-  EXPECT_EQ(set.GetProperty("missing/element"), "");
+  test::ExpectProperties(set, {{"mdContact[0]/rpIndName", "First"}, {"mdContact[1]/rpIndName", "Second"},
+                               {"mdContact[0]/rpOrgName", "Org"}, {"mdContact[2]/rpIndName", ""}, {"missing/element", ""}});
   EXPECT_EQ(LastElementIndex(set, "mdContact"), 1);
   EXPECT_EQ(LastElementIndex(set, "dataIdInfo/idPoC"), -1);
 
   // Rewriting an element replaces its text instead of adding to it.
   set.SetPropertyX("mdContact[0]/rpIndName", "Changed");
-  EXPECT_EQ(set.GetProperty("mdContact[0]/rpIndName"), "Changed");
   EXPECT_EQ(set.GetXml("mdContact[0]/rpIndName"), "<rpIndName>Changed</rpIndName>\n");
-}
 
-TEST(MetadataPropertySet, AnElementWithOnlyChildrenOrAttributesStillCountsAsPresent) {
-  MetadataPropertySet set;
-  set.SetPropertyX("mdContact[0]/role/RoleCd", "");
-  set.SetAttribute("mdContact[0]/role/RoleCd", "value", "007");
-  EXPECT_NE(set.GetProperty("mdContact[0]"), "");
-  EXPECT_EQ(set.GetProperty("mdContact[0]/role/RoleCd/@value"), "007");
-  EXPECT_EQ(set.GetProperty("mdContact[0]/role/RoleCd"), "");
-  EXPECT_EQ(LastElementIndex(set, "mdContact"), 0);
+  // An element with only children or attributes still counts as present.
+  MetadataPropertySet bare;
+  bare.SetPropertyX("mdContact[0]/role/RoleCd", "");
+  bare.SetAttribute("mdContact[0]/role/RoleCd", "value", "007");
+  EXPECT_NE(bare.GetProperty("mdContact[0]"), "");
+  test::ExpectProperties(bare, {{"mdContact[0]/role/RoleCd/@value", "007"}, {"mdContact[0]/role/RoleCd", ""}});
+  EXPECT_EQ(LastElementIndex(bare, "mdContact"), 0);
 }
 
 TEST(MetadataPropertySet, DeleteRemovesEveryMatchOfAnUnindexedKeyAndOnlyTheNamedIndexOtherwise) {
