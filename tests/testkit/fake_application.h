@@ -17,10 +17,9 @@ struct ShownMessage {
 
 class FakeStatusBar : public platform::host::StatusBar {
  public:
-  void ShowProgressBar(const std::string& message, long, long max, long, bool) override {
+  void ShowProgressBar(const std::string& message, long, long, long, bool) override {
     visible = true;
     messages.push_back(message);
-    this->max = max;
   }
   void HideProgressBar() override { visible = false; }
   void SetMessage(const std::string& message) override { messages.push_back(message); }
@@ -30,7 +29,6 @@ class FakeStatusBar : public platform::host::StatusBar {
 
   bool visible = false;
   long position = 0;
-  long max = 0;
   std::vector<std::string> messages;
   std::vector<std::string> statusTexts;
 };
@@ -52,8 +50,8 @@ class FakeApplication : public platform::host::Application {
   }
   void ShowMessageWindow(const std::string& text) override { windows.push_back(text); }
   void DoEvents() override { ++yields; }
-  platform::host::Version GetVersion() const override { return version; }
-  int VersionNumber() const override { return versionNumber; }
+  platform::host::Version GetVersion() const override { return {1, 2, 3}; }
+  int VersionNumber() const override { return 6; }
   void ShowReport(const platform::host::ReportRequest& report) override { reports.push_back(report); }
 
   FakeStatusBar statusBar;
@@ -61,8 +59,6 @@ class FakeApplication : public platform::host::Application {
   std::vector<std::string> windows;
   std::deque<platform::host::MessageResult> answers;
   std::vector<platform::host::ReportRequest> reports;
-  platform::host::Version version{1, 2, 3};
-  int versionNumber = 6;
   int yields = 0;
 };
 

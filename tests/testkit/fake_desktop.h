@@ -1,7 +1,6 @@
 #pragma once
-// A test host with the desktop's save dialogs and documents: it records the
-// save dialogs asked for and the documents opened, and answers save dialogs
-// from a queue (cancelled when it is empty).
+// A test host with the desktop's save dialogs: it records the save dialogs
+// asked for and answers them from a queue (cancelled when it is empty).
 #include <deque>
 #include <optional>
 #include <string>
@@ -20,12 +19,10 @@ class FakeDesktop : public FakeApplication {
     saveAnswers.pop_front();
     return answer;
   }
-  void OpenDocument(const std::string& path) override { opened.push_back(path); }
   std::string ProgramFolder() const override { return "/opt/tarnwick"; }
 
   std::vector<platform::host::FileSaveRequest> saveRequests;
   std::deque<std::optional<std::string>> saveAnswers;
-  std::vector<std::string> opened;
 };
 
 }  // namespace tarnwick::testkit

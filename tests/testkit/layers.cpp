@@ -20,12 +20,7 @@ std::shared_ptr<platform::FeatureClass> MakeClass(const std::string& store,
 platform::Workspace::NewFeatureClass ClassSpec(std::string name, platform::GeometryType type,
                                                const platform::SpatialReference& sr,
                                                std::vector<platform::Field> fields) {
-  platform::Workspace::NewFeatureClass newClass;
-  newClass.name = std::move(name);
-  newClass.geometryType = type;
-  newClass.spatialReference = sr;
-  newClass.fields = std::move(fields);
-  return newClass;
+  return {.name = std::move(name), .geometryType = type, .spatialReference = sr, .fields = std::move(fields)};
 }
 
 std::string PointWkt(double x, double y) {

@@ -1,18 +1,17 @@
 #include "testkit/temp_dir.h"
 
+#include <stdlib.h>
+
 #include <fstream>
-#include <random>
-#include <sstream>
+#include <iterator>
+#include <stdexcept>
 
 namespace tarnwick::testkit {
 
 TempDir::TempDir() {
-  std::random_device rd;
-  auto base = std::filesystem::temp_directory_path();
-  do {
-    path_ = base / ("tarnwick-test-" + std::to_string(rd()));
-  } while (std::filesystem::exists(path_));
-  std::filesystem::create_directories(path_);
+  std::string pattern = (std::filesystem::temp_directory_path() / "tarnwick-test-XXXXXX").string();
+  if (!mkdtemp(pattern.data())) throw std::runtime_error("cannot make a folder like " + pattern);
+  path_ = pattern;
 }
 
 TempDir::~TempDir() {
@@ -22,9 +21,7 @@ TempDir::~TempDir() {
 
 std::string ReadFile(const std::filesystem::path& path) {
   std::ifstream in(path, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
 }  // namespace tarnwick::testkit
