@@ -1,8 +1,8 @@
 // Bad inputs, grouped by kind, run through the program: each case checks the
 // exit code, the first line the program says, and that every input and old
 // output reads back as it was, with nothing left beside it.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <spawn.h>
 #include <sys/mount.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -11,6 +11,7 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,9 @@ using platform::FieldType;
 using platform::Value;
 using testkit::CommandRun;
 using testkit::TempDir;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::StartsWith;
 
 const platform::SpatialReference& Utm() {
   static const auto utm = platform::SpatialReference::FromEpsg(26910);
@@ -48,7 +52,7 @@ void MakeStands(const TempDir& dir, const std::vector<Value>& ids, double side =
                      rows);
 }
 
-const char* kStands = "--stands stands.gpkg --stand-id StandID";
+const std::string kStands = "--stands stands.gpkg --stand-id StandID";
 
 // Class Plots (PlotID text) in the store: three points, the second without
 // a shape, which fails a stand ID import or a waypoint file.
@@ -57,28 +61,27 @@ void MakePlots(const std::string& store) {
   testkit::MakeClass(store,
                      testkit::ClassSpec(shapefile ? "plots" : "Plots", platform::GeometryType::Point, Utm(),
                                         {Field{"PlotID", "", FieldType::String, 10}}),
-                     {{testkit::PointWkt(500050, 4000050), {Value{std::string("P0")}}},
-                      {"", {Value{std::string("P1")}}},
-                      {testkit::PointWkt(500070, 4000050), {Value{std::string("P2")}}}});
+                     {{testkit::PointWkt(500050, 4000050), {Value{"P0"}}},
+                      {"", {Value{"P1"}}},
+                      {testkit::PointWkt(500070, 4000050), {Value{"P2"}}}});
 }
 
 struct Store {
-  const char* name;
-  const char* store;   // as made
-  const char* layer;   // as a layer source
-  const char* output;  // the class as an --out path
+  const char* store;      // as made
+  const char* layer;      // as a layer source
+  const char* output;     // the class as an --out path
+  const char* className;  // as messages name it
+  int shapelessId;        // the feature ID of the point without a shape
 };
-const Store kStores[] = {{"shapefile", "shp", "shp/plots.shp", "shp/plots.shp"},
-                         {"file geodatabase", "inv.gdb", "inv.gdb|layername=Plots", "inv.gdb/Plots"},
-                         {"GeoPackage", "inv.gpkg", "inv.gpkg|layername=Plots", "inv.gpkg/Plots"}};
+const Store kStores[] = {{"shp", "shp/plots.shp", "shp/plots.shp", "plots", 1},
+                         {"inv.gdb", "inv.gdb|layername=Plots", "inv.gdb/Plots", "Plots", 2},
+                         {"inv.gpkg", "inv.gpkg|layername=Plots", "inv.gpkg/Plots", "Plots", 2}};
 
 // The first line the program says, progress and notes aside.
 std::string FirstMessage(const std::string& err) {
-  for (std::size_t at = 0; at < err.size();) {
-    const std::size_t end = err.find('\n', at);
-    const std::string line = err.substr(at, end == std::string::npos ? std::string::npos : end - at);
+  std::istringstream lines(err);
+  for (std::string line; std::getline(lines, line);) {
     if (line.starts_with("tarnwick:")) return line;
-    at = end == std::string::npos ? err.size() : end + 1;
   }
   return "";
 }
@@ -109,37 +112,39 @@ void ExpectRefused(const TempDir& dir, const std::string& command, const std::ve
     SCOPED_TRACE(c.arguments);
     const CommandRun run = Tarnwick(dir, command + c.arguments);
     EXPECT_EQ(run.exitCode, 2);
-    EXPECT_EQ(FirstMessage(run.err).rfind("tarnwick: " + c.firstLine, 0), 0u) << run.err;
+    EXPECT_THAT(FirstMessage(run.err), StartsWith("tarnwick: " + c.firstLine)) << run.err;
   }
 }
 
 TEST(DataSafety, FailingMidRunChangesNothingInAnyStore) {
   TempDir dir;
-  MakeStands(dir, {Value{std::string("A")}, Value{std::string("B")}, Value{}, Value{std::string("D")}});
+  MakeStands(dir, {Value{"A"}, Value{"B"}, Value{}, Value{"D"}});
   for (const Store& store : kStores) MakePlots(dir / store.store);
   std::ofstream(dir / "old.way") << "old waypoints\r\n";
   std::vector<std::string> layers = {"stands.gpkg"};
   for (const Store& store : kStores) layers.push_back(store.layer);
   const Picture before = Take(dir, layers);
 
+  const std::string nothingChanged = "\nNothing was changed. The failure report is on standard output. Error log: ";
   const std::string nullStand = "tarnwick: the plot layout failed at stand '<Null>' (3 of 4): Invalid use of Null";
   for (const Store& store : kStores) {
-    SCOPED_TRACE(store.name);
-    const std::string grid = "plot-layout " + std::string(kStands) + " --units meters --spacing 30,30 ";
+    SCOPED_TRACE(store.store);
+    const std::string grid = "plot-layout " + kStands + " --units meters --spacing 30,30 ";
     for (const std::string& output : {"--into \"" + std::string(store.layer) + "\" --plot-id-field PlotID",
                                       "--out " + std::string(store.output) + " --overwrite"}) {
       const CommandRun run = Tarnwick(dir, grid + output);
       EXPECT_EQ(run.exitCode, 1) << run.err;
       EXPECT_EQ(FirstMessage(run.err), nullStand) << run.err;
-      EXPECT_NE(
-          run.err.find(nullStand + "\nNothing was changed. The failure report is on standard output. Error log: "),
-          std::string::npos);
+      EXPECT_THAT(run.err, HasSubstr(nullStand + nothingChanged));
     }
-    const CommandRun run =
-        Tarnwick(dir, "import-stand-ids " + std::string(kStands) + " --points \"" + store.layer + "\" --clone");
+    const CommandRun run = Tarnwick(dir, "import-stand-ids " + kStands + " --points \"" + store.layer + "\" --clone");
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(FirstMessage(run.err).rfind("tarnwick: the stand ID import into '", 0), 0u) << run.err;
-    EXPECT_NE(run.err.find(" has no geometry."), std::string::npos) << run.err;
+    const std::string name = store.className;
+    const std::string failed = "tarnwick: the stand ID import into '" + name + "' failed: Point feature " +
+                               std::to_string(store.shapelessId) + " of '" + name + "' has no geometry.";
+    EXPECT_EQ(FirstMessage(run.err), failed) << run.err;
+    EXPECT_THAT(run.err, HasSubstr(failed + nothingChanged));
+    EXPECT_EQ(run.out, "Function Failed...\n");
   }
   const CommandRun run = Tarnwick(dir, "waypoints --points shp/plots.shp --plot-id PlotID --out old.way --overwrite");
   EXPECT_EQ(run.exitCode, 1);
@@ -152,33 +157,32 @@ TEST(DataSafety, FailingMidRunChangesNothingInAnyStore) {
 
 TEST(DataSafety, ACommitThatFailsFailsTheRun) {
   TempDir dir;
-  MakeStands(dir, {Value{std::string("A")}});
+  MakeStands(dir, {Value{"A"}});
   MakePlots(dir / "inv.gpkg");
   const Picture before = Take(dir, {"inv.gpkg|layername=Plots"});
   {
     // Another program reading the package keeps the run from committing.
     auto reader = platform::OpenFeatureLayer(dir / "inv.gpkg|layername=Plots").featureClass->Search();
     ASSERT_TRUE(reader->NextFeature());
-    const CommandRun run = Tarnwick(dir, "plot-layout " + std::string(kStands) +
+    const CommandRun run = Tarnwick(dir, "plot-layout " + kStands +
                                              " --units meters --spacing 30,30 --into inv.gpkg --plot-id-field PlotID");
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(FirstMessage(run.err).rfind("tarnwick: the plot layout failed: Cannot save the edits to 'inv.gpkg'", 0),
-              0u)
-        << run.err;
-    EXPECT_EQ(run.err.find("Wrote "), std::string::npos);
+    EXPECT_THAT(FirstMessage(run.err),
+                StartsWith("tarnwick: the plot layout failed: Cannot save the edits to 'inv.gpkg'"));
+    EXPECT_THAT(run.err, Not(HasSubstr("Wrote ")));
   }
   ExpectUnchanged(before, Take(dir, {"inv.gpkg|layername=Plots"}));
 }
 
 TEST(DataSafety, PathsThatHoldTheRunsDataAreRefused) {
   TempDir dir;
-  MakeStands(dir, {Value{std::string("A")}});
+  MakeStands(dir, {Value{"A"}});
   MakePlots(dir / "shp");
   std::ofstream(dir / "old.way") << "old waypoints\r\n";
   std::ofstream(dir / "taken.rtf") << "a report";
   const std::vector<std::string> layers = {"stands.gpkg", "shp/plots.shp"};
   const Picture before = Take(dir, layers);
-  const std::string grid = "plot-layout " + std::string(kStands) + " --units meters --spacing 30,30 ";
+  const std::string grid = "plot-layout " + kStands + " --units meters --spacing 30,30 ";
   const std::string waypoints = "waypoints --points shp/plots.shp --plot-id PlotID ";
   ExpectRefused(dir, "", {
       {grid + "--out stands.gpkg/Stands --overwrite",
@@ -186,7 +190,7 @@ TEST(DataSafety, PathsThatHoldTheRunsDataAreRefused) {
       {grid + "--out new.gpkg/Plots --report stands.gpkg", "--report 'stands.gpkg' would write over 'stands.gpkg'"},
       {grid + "--into shp/plots.shp --plot-id-field PlotID --report shp/plots.dbf",
        "--report 'shp/plots.dbf' would write over"},
-      {"import-stand-ids " + std::string(kStands) + " --points shp/plots.shp --clone --report stands.gpkg",
+      {"import-stand-ids " + kStands + " --points shp/plots.shp --clone --report stands.gpkg",
        "--report 'stands.gpkg' would write over 'stands.gpkg'"},
       {waypoints + "--out old.way --overwrite --report old.way", "--report 'old.way' would write over 'old.way'"},
       {waypoints + "--out new.way --report taken.rtf",
@@ -203,47 +207,41 @@ TEST(DataSafety, PathsThatHoldTheRunsDataAreRefused) {
   EXPECT_NE(testkit::ReadFile(dir / "Plots_report_1.rtf").find("45"), std::string::npos);
 }
 
-// tarnwick running in the background with its messages read as they come.
+// tarnwick running in the background with its messages read as they come:
+// the shell says its process number, then becomes the program.
 class BackgroundRun {
  public:
-  BackgroundRun(const TempDir& dir, const std::string& arguments) {
-    int pipeFds[2];
-    EXPECT_EQ(::pipe(pipeFds), 0);
-    const std::string script = "cd '" + dir.path().string() + "' && exec '" + TARNWICK_EXE + "' " + arguments + " 2>&" +
-                               std::to_string(pipeFds[1]) + " >/dev/null";
-    const char* argv[] = {"sh", "-c", script.c_str(), nullptr};
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addclose(&actions, pipeFds[0]);
-    EXPECT_EQ(posix_spawn(&pid_, "/bin/sh", &actions, nullptr, const_cast<char* const*>(argv), environ), 0);
-    posix_spawn_file_actions_destroy(&actions);
-    ::close(pipeFds[1]);
-    err_ = fdopen(pipeFds[0], "r");
+  BackgroundRun(const TempDir& dir, const std::string& arguments)
+      : err_(::popen(("cd '" + dir.path().string() + "' && echo $$ && exec '" + TARNWICK_EXE + "' " + arguments +
+                      " 2>&1 >/dev/null").c_str(), "r")) {
+    char line[32];
+    if (err_ && std::fgets(line, sizeof line, err_)) pid_ = std::atoi(line);
   }
   ~BackgroundRun() {
-    if (err_) std::fclose(err_);
+    if (err_) ::pclose(err_);
   }
   // Reads the messages up to the line that starts with start; false at their end.
   bool WaitFor(const std::string& start) {
     char line[4096];
-    while (std::fgets(line, sizeof line, err_)) {
+    while (err_ && std::fgets(line, sizeof line, err_)) {
       messages_ += line;
       if (std::string(line).starts_with(start)) return true;
     }
     return false;
   }
-  void Signal(int signal) { ::kill(pid_, signal); }
+  void Signal(int signal) {
+    if (pid_ > 0) ::kill(pid_, signal);
+  }
   int Finish() {
     WaitFor("\x01");  // reads to the end
-    int status = 0;
-    ::waitpid(pid_, &status, 0);
+    const int status = ::pclose(std::exchange(err_, nullptr));
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
   const std::string& Messages() const { return messages_; }
 
  private:
+  std::FILE* err_;
   pid_t pid_ = -1;
-  std::FILE* err_ = nullptr;
   std::string messages_;
 };
 
@@ -253,7 +251,7 @@ TEST(DataSafety, CtrlCRollsBackInEveryStore) {
   for (int i = 0; i < 200; ++i) ids.push_back(Value{"S" + std::to_string(i)});
   MakeStands(dir, ids, 400);  // 40,000 plots a stand at 2 m: far longer than a signal takes
   for (const Store& store : kStores) MakePlots(dir / store.store);
-  const std::string layout = "plot-layout " + std::string(kStands) + " --units meters ";
+  const std::string layout = "plot-layout " + kStands + " --units meters ";
   ASSERT_EQ(Tarnwick(dir, layout + "--spacing 100,100 --out shp/old.shp").exitCode, 0);
   std::vector<std::string> layers = {"shp/old.shp"};
   std::vector<std::string> runs = {"--overwrite --out shp/old.shp"};
@@ -295,7 +293,7 @@ TEST(DataSafety, AFullDiskFailsTheRunAndKeepsTheOldOutput) {
   TempDir dir;
   const SmallDisk disk(dir.path() / "disk");
   if (!disk.Mounted()) GTEST_SKIP() << "no small file system can be mounted here";
-  MakeStands(dir, {Value{std::string("A")}, Value{std::string("B")}});
+  MakeStands(dir, {Value{"A"}, Value{"B"}});
   struct Case {
     const char* output;
     const char* layer;
@@ -309,10 +307,10 @@ TEST(DataSafety, AFullDiskFailsTheRunAndKeepsTheOldOutput) {
     MakePlots(platform::SplitClassPath(dir / c.output).workspace);
     const Picture before = Take(dir, {c.layer});
     const CommandRun run = Tarnwick(
-        dir, "plot-layout " + std::string(kStands) + " --units meters --spacing 0.5,0.5 --overwrite --out " + c.output);
+        dir, "plot-layout " + kStands + " --units meters --spacing 0.5,0.5 --overwrite --out " + c.output);
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(FirstMessage(run.err).rfind("tarnwick: the plot layout failed at stand '", 0), 0u) << run.err;
-    EXPECT_NE(FirstMessage(run.err).find(c.reason), std::string::npos) << FirstMessage(run.err);
+    EXPECT_THAT(FirstMessage(run.err), StartsWith("tarnwick: the plot layout failed at stand '")) << run.err;
+    EXPECT_THAT(FirstMessage(run.err), HasSubstr(c.reason));
     ExpectUnchanged(before, Take(dir, {c.layer}));
   }
   // A stand ID import into a shapefile on a disk with no room left for the
@@ -324,18 +322,18 @@ TEST(DataSafety, AFullDiskFailsTheRunAndKeepsTheOldOutput) {
   }
   const Picture before = Take(dir, {"disk/shp/plots.shp"});
   const CommandRun run =
-      Tarnwick(dir, "import-stand-ids " + std::string(kStands) + " --points disk/shp/plots.shp --clone");
+      Tarnwick(dir, "import-stand-ids " + kStands + " --points disk/shp/plots.shp --clone");
   EXPECT_EQ(run.exitCode, 1);
-  EXPECT_EQ(FirstMessage(run.err).rfind("tarnwick: the stand ID import into 'plots' failed: ", 0), 0u) << run.err;
-  EXPECT_NE(FirstMessage(run.err).find("No space left on device"), std::string::npos) << run.err;
+  EXPECT_THAT(FirstMessage(run.err), StartsWith("tarnwick: the stand ID import into 'plots' failed: ")) << run.err;
+  EXPECT_THAT(FirstMessage(run.err), HasSubstr("No space left on device"));
   ExpectUnchanged(before, Take(dir, {"disk/shp/plots.shp"}));
 }
 
 TEST(DataSafety, ASecondRunOnADatasetInUseIsRefused) {
   TempDir dir;
-  MakeStands(dir, {Value{std::string("A")}});
+  MakeStands(dir, {Value{"A"}});
   MakePlots(dir / "shp");
-  const std::string into = "plot-layout " + std::string(kStands) +
+  const std::string into = "plot-layout " + kStands +
                            " --units meters --spacing 30,30 --into shp/plots.shp --plot-id-field PlotID";
   const std::string inUse = "tarnwick: 'shp/plots.shp' is in use by another run (process " +
                             std::to_string(::getpid()) + "); try again when it has finished. Nothing was changed.";
@@ -343,7 +341,7 @@ TEST(DataSafety, ASecondRunOnADatasetInUseIsRefused) {
     const platform::DatasetLock otherRun = platform::DatasetLock::Acquire(dir / "shp/plots.shp");
     const Picture before = Take(dir, {"shp/plots.shp"});
     for (const std::string& arguments :
-         {into, "import-stand-ids " + std::string(kStands) + " --points shp/plots.shp --clone"}) {
+         {into, "import-stand-ids " + kStands + " --points shp/plots.shp --clone"}) {
       const CommandRun run = Tarnwick(dir, arguments);
       EXPECT_EQ(run.exitCode, 2);
       EXPECT_EQ(FirstMessage(run.err), inUse) << run.err;
@@ -357,9 +355,9 @@ TEST(DataSafety, ASecondRunOnADatasetInUseIsRefused) {
 
 TEST(DataSafety, HangProneNumbersAreRefusedBeforeAnythingIsWritten) {
   TempDir dir;
-  MakeStands(dir, {Value{std::string("A")}, Value{std::string("B")}}, 100, Value{HUGE_VAL});
+  MakeStands(dir, {Value{"A"}, Value{"B"}}, 100, Value{HUGE_VAL});
   const Picture before = Take(dir, {"stands.gpkg"});
-  const std::string run = "plot-layout " + std::string(kStands) + " --units meters --out out.gpkg/Plots ";
+  const std::string run = "plot-layout " + kStands + " --units meters --out out.gpkg/Plots ";
   ExpectRefused(dir, run, {
       {"--plots 5 --orientation 1e308", "--orientation '1e308': the orientation must be at most 360"},
       {"--plots 5 --orientation inf", "No Grid Orientation Specified!"},
@@ -392,8 +390,8 @@ TEST(DataSafety, DamagedFilesAreNamedWithTheReason) {
   testkit::MakeClass(dir / "bad_stands",
                      testkit::ClassSpec("stands", platform::GeometryType::Polygon, Utm(),
                                         {Field{"StandID", "", FieldType::String, 10}}),
-                     {{testkit::Square(500000, 4000000, 100), {Value{std::string("A")}}},
-                      {testkit::Square(500200, 4000000, 100), {Value{std::string("B")}}}});
+                     {{testkit::Square(500000, 4000000, 100), {Value{"A"}}},
+                      {testkit::Square(500200, 4000000, 100), {Value{"B"}}}});
   {
     std::fstream shp(dir / "bad_stands/stands.shp", std::ios::in | std::ios::out | std::ios::binary);
     unsigned char length[4];
@@ -412,8 +410,8 @@ TEST(DataSafety, DamagedFilesAreNamedWithTheReason) {
   const CommandRun import =
       Tarnwick(dir, "import-stand-ids --stands bad_stands/stands.shp --stand-id StandID --points shp/plots.shp --clone");
   EXPECT_EQ(import.exitCode, 1);
-  EXPECT_EQ(FirstMessage(import.err).rfind("tarnwick: the stand ID import into 'plots' failed: " + unreadable, 0), 0u)
-      << import.err;
+  EXPECT_THAT(FirstMessage(import.err),
+              StartsWith("tarnwick: the stand ID import into 'plots' failed: " + unreadable));
   const std::string tail = " --plot-id PlotID --out x.way";
   ExpectRefused(dir, "waypoints --points ", {
       {"cut_shp/plots.shp" + tail,
@@ -428,8 +426,8 @@ TEST(DataSafety, DamagedFilesAreNamedWithTheReason) {
 
 TEST(DataSafety, BadArgumentsGiveOneLineNamingTheOptionAndValue) {
   TempDir dir;
-  MakeStands(dir, {Value{std::string("A")}});
-  const std::string run = "plot-layout " + std::string(kStands) + " --units meters --out out.gpkg/Plots ";
+  MakeStands(dir, {Value{"A"}});
+  const std::string run = "plot-layout " + kStands + " --units meters --out out.gpkg/Plots ";
   const std::pair<std::string, std::string> cases[] = {
       {"--spacing 0,10", "--spacing '0,10': the X spacing must be greater than 0"},
       {"--spacing 1e12,10", "--spacing '1e12,10': the X spacing must be at most 1000000000"},

@@ -1,5 +1,6 @@
 // A NAD 1927 stand layer and plot points on WGS 1984: the plots fall in the
 // stands only when the datum transformation is applied.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "cli/tarnwick_program.h"
@@ -11,7 +12,6 @@ namespace {
 
 using platform::Field;
 using platform::FieldType;
-using platform::Geometry;
 using platform::SpatialReference;
 
 const platform::GeoTransformation kNad27ToWgs84{"NAD_1927_To_WGS_1984_4", 1173, "EPSG", 4267, 4326};
@@ -28,51 +28,45 @@ void MakeData(const testkit::TempDir& dir) {
                                                              {Field{"PlotID", "", FieldType::Integer}}));
 }
 
-// How many plots lie in the stand as it truly sits on WGS 1984.
-int PlotsInsideTrueStand(const testkit::TempDir& dir, int& total) {
+struct Plots {
+  int total = 0;
+  int inside = 0;  // in the stand as it truly sits on WGS 1984
+};
+Plots CountPlots(const testkit::TempDir& dir) {
   auto workspace = platform::Workspace::Open(dir / "forest.gpkg");
-  auto stands = workspace->OpenFeatureClass("Stands");
-  const auto stand = stands->Search()->NextFeature();
-  const Geometry truePlace =
-      stand->shape.ProjectEx(SpatialReference::FromEpsg(4326), kNad27ToWgs84, platform::TransformDirection::Forward);
-  const platform::PreparedPolygon prepared(truePlace);
-  auto points = workspace->OpenFeatureClass("Plots")->Search();
-  int inside = 0;
-  total = 0;
-  while (auto point = points->NextFeature()) {
-    ++total;
-    const auto xy = point->shape.PointXY();
-    if (prepared.Covers(xy.x, xy.y)) ++inside;
+  const auto stand = testkit::ReadAll(*workspace->OpenFeatureClass("Stands")).at(0);
+  const platform::PreparedPolygon truePlace(stand.shape.ProjectEx(SpatialReference::FromEpsg(4326), kNad27ToWgs84,
+                                                                  platform::TransformDirection::Forward));
+  Plots plots;
+  for (const auto& point : testkit::ReadAll(*workspace->OpenFeatureClass("Plots"))) {
+    ++plots.total;
+    if (truePlace.Covers(point.shape.PointXY().x, point.shape.PointXY().y)) ++plots.inside;
   }
-  return inside;
+  return plots;
 }
 
-std::string PlotLayout(const std::string& transform) {
-  return "plot-layout --stands 'forest.gpkg|layername=Stands' --stand-id StandID --units meters --spacing 30,30 "
-         "--into 'forest.gpkg|layername=Plots' --plot-id-field PlotID --transform " + transform;
+testkit::CommandRun PlotLayout(const testkit::TempDir& dir, const std::string& transform) {
+  return Tarnwick(dir, "plot-layout --stands 'forest.gpkg|layername=Stands' --stand-id StandID --units meters "
+                       "--spacing 30,30 --into 'forest.gpkg|layername=Plots' --plot-id-field PlotID --transform " +
+                           transform);
 }
 
 TEST(DatumTransformCommand, PlotsLandInTheStandOnlyWithTheTransformation) {
-  {
+  for (const bool transformed : {true, false}) {
+    SCOPED_TRACE(transformed);
     testkit::TempDir dir;
     MakeData(dir);
-    const auto run = Tarnwick(dir, PlotLayout("NAD_1927_To_WGS_1984_4"));
+    const auto run = PlotLayout(dir, transformed ? "NAD_1927_To_WGS_1984_4" : "none");
     ASSERT_EQ(run.exitCode, 0) << run.err;
-    EXPECT_NE(run.out.find("Stand Transformation to Plot Coordinate System:  NAD_1927_To_WGS_1984_4"),
-              std::string::npos);
-    int total = 0;
-    EXPECT_EQ(PlotsInsideTrueStand(dir, total), total);
-    EXPECT_GE(total, 16);
-  }
-  {
-    testkit::TempDir dir;
-    MakeData(dir);
-    const auto run = Tarnwick(dir, PlotLayout("none"));
-    ASSERT_EQ(run.exitCode, 0) << run.err;
-    int total = 0;
-    const int inside = PlotsInsideTrueStand(dir, total);
-    EXPECT_GE(total, 16);
-    EXPECT_LT(inside, total / 2) << "without the datum shift most plots sit about 100 m off";
+    const Plots plots = CountPlots(dir);
+    EXPECT_GE(plots.total, 16);
+    if (transformed) {
+      EXPECT_THAT(run.out, ::testing::HasSubstr(
+                               "Stand Transformation to Plot Coordinate System:  NAD_1927_To_WGS_1984_4"));
+      EXPECT_EQ(plots.inside, plots.total);
+    } else {
+      EXPECT_LT(plots.inside, plots.total / 2) << "without the datum shift most plots sit about 100 m off";
+    }
   }
 }
 
@@ -80,11 +74,9 @@ TEST(DatumTransformCommand, RefusesATransformationThatDoesNotJoinTheSystemsOrCan
   testkit::TempDir dir;
   MakeData(dir);
   // NAD 1983 to WGS 1984 does not start from the stands' NAD 1927.
-  const auto wrong = Tarnwick(dir, PlotLayout("NAD_1983_To_WGS_1984_1"));
+  const auto wrong = PlotLayout(dir, "NAD_1983_To_WGS_1984_1");
   EXPECT_EQ(wrong.exitCode, 2) << wrong.err;
-  int total = 0;
-  PlotsInsideTrueStand(dir, total);
-  EXPECT_EQ(total, 0) << "nothing is written before the check";
+  EXPECT_EQ(CountPlots(dir).total, 0) << "nothing is written before the check";
 
   // A grid-based transformation: refused up front where its grid is
   // missing, applied where it is installed.
@@ -96,14 +88,13 @@ TEST(DatumTransformCommand, RefusesATransformationThatDoesNotJoinTheSystemsOrCan
       return false;
     }
   }();
-  const auto grid = Tarnwick(dir, PlotLayout("15851"));
+  const auto grid = PlotLayout(dir, "15851");
   if (gridInstalled) {
     EXPECT_EQ(grid.exitCode, 0) << grid.err;
   } else {
     EXPECT_EQ(grid.exitCode, 2) << grid.err;
-    EXPECT_NE(grid.err.find("is not installed"), std::string::npos) << grid.err;
-    PlotsInsideTrueStand(dir, total);
-    EXPECT_EQ(total, 0);
+    EXPECT_THAT(grid.err, ::testing::HasSubstr("is not installed"));
+    EXPECT_EQ(CountPlots(dir).total, 0);
   }
 }
 

@@ -1,5 +1,6 @@
 // The transforms subcommand run as a program, and the --transform option's
 // resolution as a library call.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -14,7 +15,7 @@
 namespace tarnwick {
 namespace {
 
-using CommandRun = testkit::CommandRun;
+using ::testing::HasSubstr;
 
 // "alaska.gpkg" with class Stands: one square near Anchorage in NAD 1927.
 void MakeAlaskaStands(const testkit::TempDir& dir) {
@@ -34,37 +35,34 @@ TEST(TransformsCommand, RanksAtTheGivenPlaceOrAtTheData) {
   testkit::TempDir dir;
   auto mojave = Tarnwick(dir, "transforms EPSG:4267 EPSG:26910 --at -115.5,35");
   ASSERT_EQ(mojave.exitCode, 0) << mojave.err;
-  EXPECT_NE(mojave.out.find("To:   NAD_1983_UTM_Zone_10N on GCS_North_American_1983 (4269)"), std::string::npos)
-      << mojave.out;
-  EXPECT_NE(mojave.out.find("Ranked at longitude -115.500000, latitude 35.000000"), std::string::npos);
-  const std::string first = FirstRow(mojave.out);
-  EXPECT_NE(first.find("NAD_1927_To_NAD_1983_NADCON"), std::string::npos) << mojave.out;
-  EXPECT_NE(first.find("EPSG:1241"), std::string::npos);
-  EXPECT_NE(first.find("0.15"), std::string::npos);
-  EXPECT_NE(first.find("1636.9"), std::string::npos);
-  EXPECT_NE(first.find("245.535"), std::string::npos);
-  EXPECT_NE(first.find("USA - CONUS including EEZ"), std::string::npos);
+  EXPECT_THAT(mojave.out, HasSubstr("To:   NAD_1983_UTM_Zone_10N on GCS_North_American_1983 (4269)"));
+  EXPECT_THAT(mojave.out, HasSubstr("Ranked at longitude -115.500000, latitude 35.000000"));
+  // Name, code, accuracy, distance and area of the best candidate.
+  for (const char* column :
+       {"NAD_1927_To_NAD_1983_NADCON", "EPSG:1241", "0.15", "1636.9", "245.535", "USA - CONUS including EEZ"}) {
+    EXPECT_THAT(FirstRow(mojave.out), HasSubstr(column)) << mojave.out;
+  }
 
   MakeAlaskaStands(dir);
   auto alaska = Tarnwick(dir, "transforms alaska.gpkg/Stands EPSG:4269");
   ASSERT_EQ(alaska.exitCode, 0) << alaska.err;
-  EXPECT_NE(FirstRow(alaska.out).find("NAD_1927_To_NAD_1983_Alaska"), std::string::npos) << alaska.out;
+  EXPECT_THAT(FirstRow(alaska.out), HasSubstr("NAD_1927_To_NAD_1983_Alaska")) << alaska.out;
 }
 
 TEST(TransformsCommand, SameSystemNoneKnownAndBadInput) {
   testkit::TempDir dir;
   auto same = Tarnwick(dir, "transforms EPSG:4269 EPSG:26910");
   EXPECT_EQ(same.exitCode, 0);
-  EXPECT_NE(same.out.find("no transformation is needed"), std::string::npos) << same.out;
+  EXPECT_THAT(same.out, HasSubstr("no transformation is needed"));
 
   // Two systems no predefined transformation joins.
   auto none = Tarnwick(dir, "transforms EPSG:4272 EPSG:4267");
   EXPECT_EQ(none.exitCode, 0) << none.err;
-  EXPECT_NE(none.out.find("<-- No Known Transformations for these two GCSs -->"), std::string::npos) << none.out;
+  EXPECT_THAT(none.out, HasSubstr("<-- No Known Transformations for these two GCSs -->"));
 
   auto bad = Tarnwick(dir, "transforms nonsense EPSG:4269");
   EXPECT_EQ(bad.exitCode, 2);
-  EXPECT_NE(bad.err.find("'nonsense' is neither an existing layer nor a coordinate system"), std::string::npos);
+  EXPECT_THAT(bad.err, HasSubstr("'nonsense' is neither an existing layer nor a coordinate system"));
 }
 
 struct OptionRun {

@@ -1,8 +1,8 @@
 // The waypoints subcommand run as a program on a small GeoPackage.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 #include "cli/tarnwick_program.h"
@@ -15,8 +15,9 @@ namespace {
 using platform::Field;
 using platform::FieldType;
 using platform::Value;
+using ::testing::HasSubstr;
 
-using Run = testkit::CommandRun;
+const std::string kWaypoints = "waypoints --points plots.gpkg --plot-id ";
 
 // "plots.gpkg" with class Plots (WGS 1984): PlotID, StandID, Elev.
 void MakePlots(const testkit::TempDir& dir, const std::vector<std::int64_t>& ids) {
@@ -35,52 +36,46 @@ void MakePlots(const testkit::TempDir& dir, const std::vector<std::int64_t>& ids
 TEST(WaypointsCommand, WritesFileAndReportAndRefusesAnExistingOne) {
   testkit::TempDir dir;
   MakePlots(dir, {1, 2, 3});
-  auto run = Tarnwick(dir, "waypoints --points plots.gpkg --plot-id PlotID --stand-id StandID --elevation Elev --out trip");
+  auto run = Tarnwick(dir, kWaypoints + "PlotID --stand-id StandID --elevation Elev --out trip");
   ASSERT_EQ(run.exitCode, 0) << run.err;
   EXPECT_EQ(testkit::ReadFile(dir / "trip.way"),
             "1,4530.000000,-12215.000000,100.5,S1;<ICON = 9>,\r\n"
             "2,4530.000000,-12230.000000,100.5,S2;<ICON = 9>,\r\n"
             "3,4530.000000,-12245.000000,100.5,S3;<ICON = 9>,\r\n\r\n");
   EXPECT_EQ(testkit::ReadFile(dir / "trip_report.rtf").rfind("{\\rtf1", 0), 0u);
-  EXPECT_NE(run.out.find("Analysis Complete"), std::string::npos);
-  EXPECT_NE(run.out.find("All Points Converted [n = 3]"), std::string::npos);
+  EXPECT_THAT(run.out, HasSubstr("Analysis Complete"));
+  EXPECT_THAT(run.out, HasSubstr("All Points Converted [n = 3]"));
   EXPECT_EQ(run.out.find("\\par"), std::string::npos);  // plain text, not RTF
 
-  run = Tarnwick(dir, "waypoints --points plots.gpkg --plot-id PlotID --out trip.way");
+  run = Tarnwick(dir, kWaypoints + "PlotID --out trip.way");
   EXPECT_EQ(run.exitCode, 2);
-  EXPECT_NE(run.err.find("already exists"), std::string::npos);
-  run = Tarnwick(dir, "waypoints --points plots.gpkg --plot-id PlotID --out trip.way --overwrite --selected \"PlotID >= 2\" "
-                      "--report sel.rtf");
+  EXPECT_THAT(run.err, HasSubstr("already exists"));
+  run = Tarnwick(dir, kWaypoints + "PlotID --out trip.way --overwrite --selected \"PlotID >= 2\" --report sel.rtf");
   ASSERT_EQ(run.exitCode, 0) << run.err;
   EXPECT_EQ(testkit::ReadFile(dir / "trip.way"),
             "2,4530.000000,-12230.000000,0.0,;<ICON = 9>,\r\n3,4530.000000,-12245.000000,0.0,;<ICON = 9>,\r\n\r\n");
-  EXPECT_NE(run.out.find("Selected Points Converted [n = 2 of 0]"), std::string::npos);
+  EXPECT_THAT(run.out, HasSubstr("Selected Points Converted [n = 2 of 0]"));
   EXPECT_TRUE(std::filesystem::exists(dir / "sel.rtf"));
 }
 
 TEST(WaypointsCommand, RefusesDuplicatesMissingFoldersAndBadFields) {
   testkit::TempDir dir;
   MakePlots(dir, {7, 9, 7, 9, 9});
-  auto run = Tarnwick(dir, "waypoints --points plots.gpkg --plot-id PlotID --out dup.way");
+  auto run = Tarnwick(dir, kWaypoints + "PlotID --out dup.way");
   EXPECT_EQ(run.exitCode, 2);
-  EXPECT_NE(run.err.find("Duplicate Plot IDs Found:\r\n  --> 7:  n = 2\r\n  --> 9:  n = 3\r\n"), std::string::npos)
-      << run.err;
+  EXPECT_THAT(run.err, HasSubstr("Duplicate Plot IDs Found:\r\n  --> 7:  n = 2\r\n  --> 9:  n = 3\r\n"));
   EXPECT_FALSE(std::filesystem::exists(dir / "dup.way"));
 
   // The selection decides which IDs are checked.
-  run = Tarnwick(dir, "waypoints --points plots.gpkg --plot-id PlotID --selected \"OBJECTID IN (1, 2)\" --out nowhere/x.way");
+  run = Tarnwick(dir, kWaypoints + "PlotID --selected \"OBJECTID IN (1, 2)\" --out nowhere/x.way");
   EXPECT_EQ(run.exitCode, 2);
-  EXPECT_NE(run.err.find("The specified folder 'nowhere' does not exist!  Please specify a valid workspace."),
-            std::string::npos)
-      << run.err;
+  EXPECT_THAT(run.err, HasSubstr("The specified folder 'nowhere' does not exist!  Please specify a valid workspace."));
 
-  run = Tarnwick(dir, "waypoints --points plots.gpkg --plot-id Nope --out a.way");
+  run = Tarnwick(dir, kWaypoints + "Nope --out a.way");
   EXPECT_EQ(run.exitCode, 2);
-  EXPECT_NE(run.err.find("no field 'Nope'"), std::string::npos);
-  run = Tarnwick(dir, "waypoints --points missing.gpkg --plot-id PlotID --out a.way");
-  EXPECT_EQ(run.exitCode, 2);
-  run = Tarnwick(dir, "waypoints --points plots.gpkg --plot-id PlotID");
-  EXPECT_EQ(run.exitCode, 2);  // --out is required
+  EXPECT_THAT(run.err, HasSubstr("no field 'Nope'"));
+  EXPECT_EQ(Tarnwick(dir, "waypoints --points missing.gpkg --plot-id PlotID --out a.way").exitCode, 2);
+  EXPECT_EQ(Tarnwick(dir, kWaypoints + "PlotID").exitCode, 2);  // --out is required
 }
 
 }  // namespace
