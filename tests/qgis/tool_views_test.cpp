@@ -176,6 +176,17 @@ TEST_F(ToolViewsTest, ImportStandIDsWritesWhatTheCommandLineWrites) {
 
 // Also the report window of a modal run: formatted, and copied in both forms.
 TEST_F(ToolViewsTest, WaypointConverterWritesTheCommandLinesFileAndRepaintsItsProgress) {
+  // Cancelled first: nothing is written, and the project stays clean.
+  answers["frmLayerID"] = {[this](QWidget& form) {
+    Type(form, "txtOutput", dir / "cancelled.way");
+    Press(form, "cmdCancel");
+  }};
+  Trigger("Tarnwick.cmdTNWKWPConverter");
+  EXPECT_EQ(answered, QStringList{"frmLayerID"});
+  EXPECT_TRUE(reports.isEmpty());
+  EXPECT_FALSE(std::filesystem::exists(dir / "cancelled.way"));
+  EXPECT_FALSE(desktop.project->isDirty());
+
   int progressPaints = 0;
   struct PaintCounter : QObject {
     int* count;
@@ -232,6 +243,7 @@ TEST_F(ToolViewsTest, WaypointConverterWritesTheCommandLinesFileAndRepaintsItsPr
   Trigger("Tarnwick.cmdTNWKWPConverter");
   ASSERT_EQ(reports.size(), 1) << Shown();
   EXPECT_TRUE(inspected);
+  EXPECT_TRUE(desktop.project->isDirty());
   EXPECT_FALSE(reports[0].contains("Function Failed...")) << reports[0].toStdString();
   // The check's bar was drawn as it moved, not only once at the end.
   EXPECT_GT(progressPaints, 5);
@@ -258,18 +270,6 @@ TEST_F(ToolViewsTest, ALayerRemovedWhileTheImportDialogIsOpenIsCaughtAtOk) {
       << Shown();
   EXPECT_TRUE(reports.isEmpty());
   EXPECT_FALSE(session->Extension().ShouldContinue);
-}
-
-TEST_F(ToolViewsTest, ACancelledDialogRunsNothingAndLeavesTheProjectClean) {
-  answers["frmLayerID"] = {[this](QWidget& form) {
-    Type(form, "txtOutput", dir / "cancelled.way");
-    Press(form, "cmdCancel");
-  }};
-  Trigger("Tarnwick.cmdTNWKWPConverter");
-  EXPECT_EQ(answered, QStringList{"frmLayerID"});
-  EXPECT_TRUE(reports.isEmpty());
-  EXPECT_FALSE(std::filesystem::exists(dir / "cancelled.way"));
-  EXPECT_FALSE(desktop.project->isDirty());
 }
 
 TEST_F(ToolViewsTest, TheChoiceOfTheMenusChooserIsKeptInTheProject) {
