@@ -1,10 +1,12 @@
 #pragma once
 // Layers and references for the transformation tests, made in code.
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "platform/geometry.h"
 #include "platform/spatial_reference.h"
+#include "platform/transformation.h"
 #include "platform/workspace.h"
 #include "testkit/layers.h"
 #include "testkit/temp_dir.h"
@@ -21,5 +23,10 @@ inline platform::FeatureLayer SquareLayer(const testkit::TempDir& dir, const std
 }
 
 inline platform::SpatialReference Epsg(int code) { return platform::SpatialReference::FromEpsg(code); }
+
+// A transformation's parts, to compare whole transformations.
+inline auto Parts(const platform::GeoTransformation& t) {
+  return std::make_tuple(t.name, t.code, t.authority, t.fromGcsCode, t.toGcsCode);
+}
 
 }  // namespace tarnwick::testing

@@ -1,9 +1,14 @@
+// How the tools settle on a transformation: a search the first time, the
+// map's stored choice after that, in either direction; the check that a
+// transformation joins the two sides.
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <tuple>
 
-#include "platform/host/memory_map_document.h"
 #include "fixtures.h"
+#include "platform/host/memory_map_document.h"
+#include "platform/predefined_transformations.h"
 #include "testkit/fake_application.h"
 #include "transforms/selection_sequence.h"
 #include "transforms/transform_search.h"
@@ -11,6 +16,7 @@
 namespace tarnwick {
 namespace {
 
+using platform::GeoTransformation;
 using Origin = TransformationChoice::Origin;
 using platform::TransformDirection;
 using testing::Epsg;
@@ -23,31 +29,24 @@ TEST(SelectGeoTransformation, SearchesOnceThenFindsItInTheMap) {
   auto stands = testing::SquareLayer(dir, "Stands", Epsg(26710), 630000, 4270000, 1000);
   auto plots = testing::SquareLayer(dir, "Plots", Epsg(26910), 630000, 4270000, 1000);
 
-  auto first = SelectGeoTransformation(app, map, defaults, plots, stands);
-  EXPECT_EQ(first.origin, Origin::Search);
-  ASSERT_TRUE(first.transformation);
-  EXPECT_EQ(first.transformation->code, 1241);
-  EXPECT_EQ(first.direction, TransformDirection::Reverse);  // plots (NAD 1983) to stands (NAD 1927)
-  EXPECT_TRUE(first.needed);
+  // The origin, the code (0 for none), the direction and whether one is needed.
+  const auto parts = [](const TransformationChoice& c) {
+    return std::make_tuple(c.origin, c.transformation ? c.transformation->code : 0, c.direction, c.needed);
+  };
+  // Plots (NAD 1983) to stands (NAD 1927): searched, then stored both ways.
+  EXPECT_EQ(parts(SelectGeoTransformation(app, map, defaults, plots, stands)),
+            std::make_tuple(Origin::Search, 1241, TransformDirection::Reverse, true));
   EXPECT_EQ(map.Transformations().size(), 2u);
   EXPECT_EQ(defaults.set.size(), 2u);
-
-  auto second = SelectGeoTransformation(app, map, defaults, stands, plots);
-  EXPECT_EQ(second.origin, Origin::Memory);
-  EXPECT_EQ(second.transformation->code, 1241);
-  EXPECT_EQ(second.direction, TransformDirection::Forward);
-
-  auto same = SelectGeoTransformation(app, map, defaults, plots, Epsg(4269));
-  EXPECT_EQ(same.origin, Origin::SameGcs);
-  EXPECT_FALSE(same.transformation);
-  EXPECT_FALSE(same.needed);
+  EXPECT_EQ(parts(SelectGeoTransformation(app, map, defaults, stands, plots)),
+            std::make_tuple(Origin::Memory, 1241, TransformDirection::Forward, true));
+  const auto same = SelectGeoTransformation(app, map, defaults, plots, Epsg(4269));
+  EXPECT_TRUE(same.origin == Origin::SameGcs && !same.transformation && !same.needed);
 
   // NZGD 1949 and NAD 1927: nothing stored fits, nothing predefined joins them.
   const auto wellington = platform::Geometry::MakePoint(174.78, -41.29, Epsg(4272));
-  auto none = SelectGeoTransformation(app, map, defaults, Epsg(4272), stands, &wellington);
-  EXPECT_EQ(none.origin, Origin::NoneKnown);
-  EXPECT_FALSE(none.transformation);
-  EXPECT_FALSE(none.needed);
+  const auto none = SelectGeoTransformation(app, map, defaults, Epsg(4272), stands, &wellington);
+  EXPECT_TRUE(none.origin == Origin::NoneKnown && !none.transformation && !none.needed);
 
   auto invalid = SelectGeoTransformation(app, map, defaults, testing::SquareLayer(dir, "Bare", {}, 0, 0, 1), stands);
   EXPECT_EQ(invalid.origin, Origin::InvalidSpatialReference);
@@ -70,7 +69,7 @@ TEST(ReviewAndSortTransforms_ReturnList, ReportsAFailedRankingAndStillReturnsThe
   EXPECT_EQ(message, "");
   ASSERT_EQ(app.windows.size(), 1u);
   EXPECT_NE(app.windows[0].find("SortTransformsByDatasetCentroid"), std::string::npos) << app.windows[0];
-  EXPECT_NE(app.windows[0].find("91"), std::string::npos);
+  EXPECT_NE(app.windows[0].find("\t91\r\n"), std::string::npos) << app.windows[0];
 }
 
 TEST(ProjectGeometryToGeographicCoordinates, ProjectsOnlyProjectedGeometries) {
@@ -91,6 +90,137 @@ TEST(ProjectGeometryToGeographicCoordinates, ProjectsOnlyProjectedGeometries) {
   EXPECT_EQ(app.boxes[0].text,
             "Failed in ProjectGeometryToGeographicCoordinates:  Geometry has an unknown spatial reference set...");
   EXPECT_EQ(bare.PointXY(), (platform::XY{1, 2}));
+}
+
+GeoTransformation Predefined(const char* name) { return *platform::FindPredefinedGeoTransformation(name); }
+
+// ReturnTransformFromMemory over one map and its defaults, keeping what it gives back.
+struct Memory {
+  platform::host::MemoryMap map;
+  TransformationDefaults defaults;
+  std::optional<GeoTransformation> found;
+  bool needed = false, error = false;
+  TransformDirection direction = TransformDirection::Forward;
+  std::string message;
+  std::string Find(const SearchObject& one, const SearchObject& two) {
+    return ReturnTransformFromMemory(one, two, found, needed, direction, error, message, map, defaults, "Layer_1",
+                                     "Layer_2");
+  }
+};
+
+TEST(ReturnTransformFromMemory, FindsAStoredTransformationInBothDirections) {
+  testkit::TempDir dir;
+  Memory m;
+  const auto nadcon = Predefined("NAD_1927_To_NAD_1983_NADCON");
+  m.error = true;
+  EXPECT_EQ(AddTransformToDocIfItDoesNotExist(nadcon, m.error, m.message, m.map, m.defaults), "Succeeded");
+  EXPECT_FALSE(m.error);
+  ASSERT_EQ(m.map.Transformations().size(), 2u);  // one per direction
+  EXPECT_EQ(m.map.Transformations()[1].fromGcsCode, 4269);
+  // Storing it again adds nothing.
+  AddTransformToDocIfItDoesNotExist(nadcon, m.error, m.message, m.map, m.defaults);
+  EXPECT_EQ(m.map.Transformations().size(), 2u);
+  EXPECT_EQ(m.defaults.set.size(), 2u);
+  EXPECT_EQ(ReturnTransformsInMemory(m.map, m.defaults).size(), 1u);
+
+  auto stands = testing::SquareLayer(dir, "Stands", Epsg(26710), 630000, 4270000, 1000);
+  auto plots = testing::SquareLayer(dir, "Plots", Epsg(26910), 630000, 4270000, 1000);
+  m.direction = TransformDirection::Reverse;
+  EXPECT_EQ(m.Find(stands, plots), "NAD_1927_To_NAD_1983_NADCON [Direction = 0]");
+  ASSERT_TRUE(m.found);
+  EXPECT_EQ(m.found->code, 1241);
+  EXPECT_TRUE(m.needed && !m.error);
+  EXPECT_EQ(m.direction, TransformDirection::Forward);
+
+  m.found.reset();
+  EXPECT_EQ(m.Find(plots, stands), "NAD_1927_To_NAD_1983_NADCON [Direction = 1]");
+  EXPECT_EQ(m.direction, TransformDirection::Reverse);
+
+  // Same system on both sides: nothing needed.
+  EXPECT_EQ(m.Find(plots, Epsg(4269)), "No Transform Necessary");
+  EXPECT_FALSE(m.found || m.needed);
+}
+
+TEST(ReturnTransformFromMemory, ReportsWhyNothingFits) {
+  Memory m;
+  // Nothing stored anywhere.
+  EXPECT_EQ(m.Find(Epsg(4267), Epsg(4269)), "Succeeded");
+  EXPECT_TRUE(m.error);
+  EXPECT_EQ(m.message, "No Transform in memory");
+
+  // The map's set is empty, so the platform's defaults are read; what they
+  // hold joins neither system. The caller's value stays when nothing fits.
+  const auto tokyo = Predefined("Tokyo_To_WGS_1984_1");
+  m.defaults.set.push_back({tokyo.fromGcsCode, tokyo.toGcsCode, tokyo});
+  m.found = Predefined("NAD_1927_To_NAD_1983_Alaska");
+  EXPECT_EQ(m.Find(Epsg(26710), Epsg(4269)), "Succeeded");
+  EXPECT_TRUE(m.error);
+  EXPECT_EQ(m.found->code, 1243);
+  EXPECT_EQ(m.message,
+            "There appear to be problems with the geographic transformation you selected:\n"
+            "  --> Transformation = 'Tokyo_To_WGS_1984_1'\n\n"
+            "  1] This transformation does not appear to be designed for your layer 'Layer_1'\n"
+            "    --> Projected Coordinate System = NAD_1927_UTM_Zone_10N\n"
+            "    --> Geographic Coordinate System = NAD_1927_UTM_Zone_10N\n"
+            "  2] This transformation does not appear to be designed for your layer 'Layer_2' coordinate system!\n"
+            "    --> Coordinate System = GCS_North_American_1983\n");
+
+  // A map with a set of its own hides the defaults.
+  m.map.Transformations().push_back({4267, 4269, Predefined("NAD_1927_To_NAD_1983_NADCON")});
+  const auto stored = ReturnTransformsInMemory(m.map, m.defaults);
+  ASSERT_EQ(stored.size(), 1u);
+  EXPECT_EQ(stored[0].code, 1241);
+}
+
+TEST(ReturnFromToTransform, ChecksBothEndsAndNamesEachMisfit) {
+  testkit::TempDir dir;
+  auto stands = testing::SquareLayer(dir, "Stands", Epsg(4267), -120, 37, 1);
+  const auto nad83ToWgs = Predefined("NAD_1983_To_WGS_1984_1");  // 4269 -> 4326
+  const auto nadcon = Predefined("NAD_1927_To_NAD_1983_NADCON");
+  bool needed = false, error = false;
+  auto direction = TransformDirection::Forward;
+  std::string message, name1 = "Layer_1", name2 = "Layer_2";
+  const auto check = [&](const SearchObject& one, const SearchObject& two, const GeoTransformation* t) {
+    ReturnFromToTransform(one, two, t, needed, direction, error, message, name1, name2);
+  };
+
+  // Joins object 2 (WGS 1984) but not the stands' NAD 1927: one problem, numbered 1.
+  check(stands, Epsg(4326), &nad83ToWgs);
+  EXPECT_TRUE(needed && error);
+  EXPECT_EQ(name1, "Stands");
+  EXPECT_EQ(message,
+            "There appear to be problems with the geographic transformation you selected:\n"
+            "  --> Transformation = 'NAD_1983_To_WGS_1984_1'\n\n"
+            "  1] This transformation does not appear to be designed for your layer 'Stands'\n"
+            "    --> Coordinate System = GCS_North_American_1927\n");
+
+  // Joins object 1 only: the problem is object 2's and still numbered 1.
+  direction = TransformDirection::Reverse;
+  check(Epsg(4269), Epsg(4267), &nad83ToWgs);
+  EXPECT_TRUE(error);
+  EXPECT_EQ(direction, TransformDirection::Reverse);  // left untouched
+  EXPECT_NE(message.find("  1] This transformation does not appear to be designed for your layer 'Layer_2' "
+                         "coordinate system!\n    --> Coordinate System = GCS_North_American_1927\n"),
+            std::string::npos);
+  EXPECT_EQ(message.find("  2]"), std::string::npos);
+
+  // A fitting one clears the pair and gives its direction.
+  direction = TransformDirection::Forward;
+  check(Epsg(32610), Epsg(4269), &nad83ToWgs);
+  EXPECT_TRUE(!error && needed && message.empty());
+  EXPECT_EQ(direction, TransformDirection::Reverse);
+
+  // No transformation; objects that are neither; one system unknown; one system.
+  check(Epsg(4267), Epsg(4269), nullptr);
+  EXPECT_FALSE(needed || error);
+  check(SearchObject{}, Epsg(4269), &nadcon);
+  EXPECT_TRUE(error);
+  EXPECT_EQ(message, "Object 1 is neither a Layer nor a Spatial Reference!  Bailing out...");
+  check(Epsg(4269), platform::SpatialReference(), &nadcon);
+  EXPECT_TRUE(error);
+  EXPECT_EQ(message, "Spatial Reference is unknown!");
+  check(Epsg(26910), Epsg(4269), &nadcon);
+  EXPECT_FALSE(needed || error);
 }
 
 }  // namespace
