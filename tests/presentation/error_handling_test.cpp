@@ -30,18 +30,6 @@ std::vector<fs::path> LogFiles(const fs::path& dir) {
   return found;
 }
 
-// Makes the working directory a temporary folder for one test.
-class InTempWorkingDir {
- public:
-  InTempWorkingDir() : previous_(fs::current_path()) { fs::current_path(dir_.path()); }
-  ~InTempWorkingDir() { fs::current_path(previous_); }
-  const fs::path& path() const { return dir_.path(); }
-
- private:
-  testkit::TempDir dir_;
-  fs::path previous_;
-};
-
 TEST(ErrorRoad, NestedRoutinesStackInnermostLastAndLogBesideTheDocument) {
   testkit::TempDir dir;
   testkit::FakeApplication app;
@@ -58,8 +46,7 @@ TEST(ErrorRoad, NestedRoutinesStackInnermostLastAndLogBesideTheDocument) {
 
   const auto files = LogFiles(dir.path());
   ASSERT_EQ(files.size(), 1u);
-  EXPECT_TRUE(std::regex_match(files[0].filename().string(),
-                               std::regex(R"(Tarnwick_Error_Log_\d{8}_\d{6}\.txt)")));
+  EXPECT_TRUE(std::regex_match(files[0].filename().string(), std::regex(R"(Tarnwick_Error_Log_\d{8}_\d{6}\.txt)")));
   EXPECT_EQ(log.path, files[0].string());
   EXPECT_EQ(log.number, platform::kErrInvalidProcedureCall);
 
@@ -88,9 +75,7 @@ TEST(ErrorRoad, InnerLevelsKeepNumberAndSourceOfPlatformErrors) {
     });
     FAIL() << "no error climbed";
   } catch (const RoutineError& e) {
-    EXPECT_EQ(e.Number(), 1000);
-    EXPECT_EQ(e.Source(), "OGR");
-    EXPECT_TRUE(e.Climbing());
+    EXPECT_TRUE(e.Number() == 1000 && e.Source() == "OGR" && e.Climbing()) << e.Number() << " " << e.Source();
     EXPECT_TRUE(e.Description().starts_with("\tOuter M Line : "));
     // The inner routine was given no line: its location ends with a blank.
     EXPECT_NE(e.Description().find("\r\n\tInner M \r\n\r\nError Number \r\n\t1000\r\nDescription\r\n\tlayer plots: no such table\r\n\r\n"),
@@ -121,20 +106,24 @@ TEST(ErrorRoad, ErrorAtTheEntryPointShowsTheBanner) {
 }
 
 TEST(ErrorRoad, NoApplicationOrDocumentLogsInTheWorkingDirectory) {
-  InTempWorkingDir cwd;
+  testkit::TempDir dir;
+  const fs::path previous = fs::current_path();
+  fs::current_path(dir.path());
   ErrorLog log;
   try {
     RaiseError(0, "x", "");  // number 0 still gives the whole report
   } catch (...) {
     log = HandleErrorAtEntryPoint("Main", "cli", nullptr, nullptr, {});
   }
-  const auto files = LogFiles(cwd.path());
+  const fs::path cwd = fs::current_path();
+  fs::current_path(previous);
+  const auto files = LogFiles(dir.path());
   ASSERT_EQ(files.size(), 1u);
   EXPECT_EQ(log.number, 0);
   EXPECT_EQ(log.text, "Error in '.mxd'\r\n"
                       "Record Call Stack Sequence - Bottom line is error line.\r\n\r\n"
                       "Log file saved to:\r\n  --> " +
-                          (fs::current_path() / files[0].filename()).string() +
+                          (cwd / files[0].filename()).string() +
                           "\r\n\r\nMain cli \r\n"
                           "TNWK Waypoint Converter v. 0.1.0:  Error Number 0\r\nDescription:  \r\n\r\n");
 }

@@ -58,8 +58,7 @@ TEST(ReportDialog, CopyPutsBothFormsRetriesAndWarns) {
   EXPECT_EQ(s.clipboard.tries, 4);
   EXPECT_EQ(s.clipboard.plain, "Import Complete\ndone");
   EXPECT_EQ(s.clipboard.rtf, dialog.TextRTF());
-  EXPECT_EQ(dialog.focus, "cmdOK");
-  EXPECT_TRUE(s.app.boxes.empty());
+  EXPECT_TRUE(dialog.focus == "cmdOK" && s.app.boxes.empty());
 
   dialog.SetReport("Plot 7 repeats\nPlot 9 repeats");
   s.clipboard.tries = 0;
@@ -87,8 +86,7 @@ TEST(ReportDialog, PrintWithOneInchMarginsOrNothingOnCancel) {
   dialog.focus = "cmdCopy";
   s.printer.choose = false;
   dialog.Fire("cmdPrint", ControlEvent::Click);
-  EXPECT_TRUE(s.printer.printed.empty());
-  EXPECT_EQ(dialog.focus, "cmdCopy");
+  EXPECT_TRUE(s.printer.printed.empty() && dialog.focus == "cmdCopy");
 
   s.printer.choose = true;
   dialog.Fire("cmdPrint", ControlEvent::Click);
@@ -98,8 +96,7 @@ TEST(ReportDialog, PrintWithOneInchMarginsOrNothingOnCancel) {
 
   dialog.Frame.visible = true;
   dialog.Fire("cmdOK", ControlEvent::Click);
-  EXPECT_FALSE(dialog.Frame.visible);
-  EXPECT_TRUE(dialog.unloaded);
+  EXPECT_TRUE(!dialog.Frame.visible && dialog.unloaded);
 }
 
 TEST(ReportDialog, ModalFormEndsAtItsButtonsAndFollowsItsSize) {
