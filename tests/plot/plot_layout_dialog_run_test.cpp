@@ -1,7 +1,7 @@
 // Runs started from the Plot Layout dialog's OK: the plots written, the
 // settings the extension keeps, the transformation settled for an anchor on
 // another geographic system, the report and the closed dialog.
-#include <algorithm>
+#include <tuple>
 
 #include "plot_dialog_fixture.h"
 #include "shell/sel_point_tool.h"
@@ -37,11 +37,9 @@ TEST_F(PlotDialogTest, RunIntoAGeoPackageStoresTheChoicesAndClosesTheDialog) {
   EXPECT_EQ(app.reports[0].window, platform::host::ReportWindow::Modeless);
   EXPECT_TRUE(d.unloaded);
   EXPECT_EQ(extension.PlotLayoutForm, nullptr);
-  // Values the run did not read are kept as 1.
-  EXPECT_EQ(extension.XSpacing, 1);
-  EXPECT_EQ(extension.YSpacing, 1);
-  EXPECT_EQ(extension.XRatio, 1);
-  EXPECT_EQ(extension.YRatio, 1);
+  // The choices kept in the project; values the run did not read are kept as 1.
+  EXPECT_EQ(std::tuple(extension.XSpacing, extension.YSpacing, extension.XRatio, extension.YRatio),
+            std::tuple(1.0, 1.0, 1.0, 1.0));
   EXPECT_EQ(extension.SpacingRatioOptionIndex, 1);
   EXPECT_EQ(extension.SeparationUnitIndex, 2);
   EXPECT_EQ(extension.DirectoryPath, dir / "plots.gpkg");
