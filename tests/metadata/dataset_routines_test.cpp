@@ -109,7 +109,6 @@ TEST_P(MetadataOnStores, FieldLookupDatesStatusMaintenanceVersionAndContacts) {
   ASSERT_EQ(SynchronizeMetadata(*plots), "Succeeded");
   bool error = false;
   EXPECT_EQ(ReturnAttributeFieldXPathIndex(*plots, "plotid", error), 3);
-  EXPECT_EQ(ReturnLastElementIndex("eainfo/detailed/attr", *plots, error), 3);
   EXPECT_FALSE(error);
 
   AttributeFieldMetadata missing;

@@ -52,17 +52,6 @@ TEST(Geometry, PolygonWithHole) {
   EXPECT_EQ(ring.PointCount(), 10);
 }
 
-TEST(Geometry, IntersectPointsKeepsOrderAndBoundary) {
-  const auto square = Geometry::FromWkt("POLYGON ((0 0, 0 10, 10 10, 10 0, 0 0))", kUtm);
-  const std::vector<XY> points{{5, 5}, {11, 5}, {10, 3}, {0, 0}, {-1, -1}, {2, 9}};
-  const auto inside = square.IntersectPoints(Geometry::MakeMultipoint(points, kUtm));
-  EXPECT_EQ(inside.Points(), (std::vector<XY>{{5, 5}, {10, 3}, {0, 0}, {2, 9}}));
-
-  const auto none = square.IntersectPoints(Geometry::MakeMultipoint(std::vector<XY>{{20, 20}}, kUtm));
-  EXPECT_TRUE(none.IsEmpty());
-  EXPECT_EQ(none.Type(), GeometryType::Multipoint);
-}
-
 TEST(Geometry, ConstructionCopiesAndAwareness) {
   Geometry null;
   EXPECT_TRUE(null.IsNull() && null.IsEmpty() && null.PointCount() == 0);

@@ -149,18 +149,5 @@ TEST(ErrorRoad, UnwritableLogOrNoErrorInFlightStillReportsAndNeverThrows) {
   EXPECT_THROW(HandleError("Inner", "M"), RoutineError);
 }
 
-TEST(ErrorRoad, OtherDisplayStylesKeepTheirTexts) {
-  EXPECT_EQ(ErrorDisplayText(2, "R M Line : 4", "d"), "R M Line : 4\r\nd");
-  EXPECT_EQ(ErrorDisplayText(7, "R M Line : 4", "d"),
-            "An error has occured in the application.   Record the call stack sequence\r\n"
-            "and the description of the error.\r\n\r\n"
-            "Error Call Stack Sequence \r\n\tR M Line : 4\r\nd");
-  testkit::FakeApplication app;
-  ShowErrorInStyle(app, 3, "L", "D");
-  ASSERT_EQ(app.boxes.size(), 1u);
-  EXPECT_EQ(app.boxes[0].title, "Unexpected Program Error");
-  EXPECT_EQ(app.boxes[0].text, "L\r\nD");
-}
-
 }  // namespace
 }  // namespace tarnwick

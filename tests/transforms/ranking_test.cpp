@@ -28,11 +28,8 @@ TransformRanking Rank(testkit::FakeApplication& app, const TransformList& list, 
                       const platform::Geometry* point) {
   return RankTransformsByDatasetCentroid(app, list, dataset, ReturnTransformColl(), ReturnTransformColl2(), point);
 }
-TransformList Sort(testkit::FakeApplication& app, const TransformList& list, const platform::Geometry* point) {
-  return SortTransformsByDatasetCentroid(app, list, nullptr, ReturnTransformColl(), ReturnTransformColl2(), point);
-}
 
-TEST(SortTransformsByDatasetCentroid, DataInCaliforniaAndInAlaskaRankDifferently) {
+TEST(RankTransformsByDatasetCentroid, DataInCaliforniaAndInAlaskaRankDifferently) {
   testkit::TempDir dir;
   testkit::FakeApplication app;
   const auto candidates = NadCandidates(app);
@@ -59,19 +56,21 @@ TEST(SortTransformsByDatasetCentroid, DataInCaliforniaAndInAlaskaRankDifferently
 
   // A point in Alaska, given in NAD 1927 geographic coordinates.
   const auto anchorage = platform::Geometry::MakePoint(-149.9, 61.2, Epsg(4267));
-  auto sorted = Sort(app, candidates, &anchorage);
-  ASSERT_EQ(sorted.size(), candidates.size());
-  EXPECT_EQ(testing::Parts(sorted.front()), testing::Parts({"NAD_1927_To_NAD_1983_Alaska", 1243, "EPSG", 4267, 4269}));
+  ranked = Rank(app, candidates, nullptr, &anchorage);
+  ASSERT_EQ(ranked.entries.size(), candidates.size());
+  EXPECT_EQ(testing::Parts(ranked.entries[0].transformation),
+            testing::Parts({"NAD_1927_To_NAD_1983_Alaska", 1243, "EPSG", 4267, 4269}));
 
   // Accuracy weighs as much as distance: from Sacramento the Puerto Rico grid
   // (0.05, some 5800 km away) measures less than the CONUS one (0.15, 2100 km).
   const auto sacramento = platform::Geometry::MakePoint(-121.5, 38.6, Epsg(4267));
-  sorted = Sort(app, candidates, &sacramento);
-  EXPECT_TRUE(sorted[0].code == 108003 && sorted[1].code == 1241) << sorted[0].code << ", " << sorted[1].code;
+  ranked = Rank(app, candidates, nullptr, &sacramento);
+  EXPECT_EQ(ranked.entries[0].transformation.code, 108003);
+  EXPECT_EQ(ranked.entries[1].transformation.code, 1241);
   EXPECT_TRUE(app.boxes.empty());
 }
 
-TEST(SortTransformsByDatasetCentroid, UnknownTransformationsMeasureTenThousand) {
+TEST(RankTransformsByDatasetCentroid, UnknownTransformationsMeasureTenThousand) {
   testkit::FakeApplication app;
   const auto point = platform::Geometry::MakePoint(0, 10, Epsg(4326));
   GeoTransformation unknown{"Made_Up_To_WGS_1984", 0, "EPSG", 4230, 4326};
@@ -95,7 +94,7 @@ TEST(SortTransformsByDatasetCentroid, UnknownTransformationsMeasureTenThousand) 
   EXPECT_GT(ranked.entries[3].measure, 1e6);
 }
 
-TEST(SortTransformsByDatasetCentroid, ShortListsAreNotMeasuredAndNoLocationIsAnError) {
+TEST(RankTransformsByDatasetCentroid, ShortListsAreNotMeasuredAndNoLocationIsAnError) {
   testkit::FakeApplication app;
   GeoTransformation only{"Abidjan_1987_To_WGS_1984", 1470, "EPSG", 4143, 4326};
   // One entry comes back without any location at all.
@@ -105,7 +104,7 @@ TEST(SortTransformsByDatasetCentroid, ShortListsAreNotMeasuredAndNoLocationIsAnE
   EXPECT_TRUE(Rank(app, {}, nullptr, nullptr).entries.empty());
   // Two entries and neither a dataset nor a point: a run-time error.
   try {
-    Sort(app, {only, only}, nullptr);
+    Rank(app, {only, only}, nullptr, nullptr);
     FAIL() << "no error";
   } catch (const RoutineError& e) {
     EXPECT_EQ(e.Number(), 91);

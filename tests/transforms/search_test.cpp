@@ -94,24 +94,5 @@ TEST(ReturnArrayOfTransformsForSpRefs, ShowsANumberedBoxForEachKindOfFailure) {
   EXPECT_EQ(app.boxes.size(), 4u);
 }
 
-TEST(ReviewAndSortTransforms_ReturnList, KeepsThePlatformOrderAndSaysWhenThereIsNone) {
-  testkit::TempDir dir;
-  testkit::FakeApplication app;
-  std::string message = "stale";
-  // Data in Alaska, where the ranking would put the Alaska grid first.
-  auto alaska = testing::SquareLayer(dir, "Alaska", Epsg(4267), -150, 61, 1);
-  const auto list = ReviewAndSortTransforms_ReturnList(app, alaska, Epsg(4269), message, nullptr);
-  EXPECT_EQ(message, "");
-  bool error = false, same = false;
-  std::string errMsg, n1, n2;
-  EXPECT_EQ(Codes(list), Codes(*ReturnArrayOfTransformsForSpRefs(app, alaska, Epsg(4269), error, errMsg, same, n1, n2)));
-  ASSERT_FALSE(list.empty());
-  EXPECT_EQ(list.front().code, 1241);  // the platform's first, not the best for Alaska
-
-  EXPECT_TRUE(ReviewAndSortTransforms_ReturnList(app, alaska, Epsg(4267), message, nullptr).empty());
-  EXPECT_EQ(message, "<-- No Known Transformations for these two GCSs -->");
-  EXPECT_TRUE(app.boxes.empty());
-}
-
 }  // namespace
 }  // namespace tarnwick

@@ -3,7 +3,6 @@
 // transformation joins the two sides.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <tuple>
 
 #include "fixtures.h"
@@ -52,24 +51,6 @@ TEST(SelectGeoTransformation, SearchesOnceThenFindsItInTheMap) {
   EXPECT_EQ(invalid.origin, Origin::InvalidSpatialReference);
   EXPECT_EQ(invalid.message, "Spatial Reference is unknown!");
   EXPECT_TRUE(app.boxes.empty());
-}
-
-// With a bare spatial reference as object 1 and no point, the ranking has no
-// place to measure from: that failure is reported, and the list still comes
-// back.
-TEST(ReviewAndSortTransforms_ReturnList, ReportsAFailedRankingAndStillReturnsTheList) {
-  testkit::TempDir dir;
-  testkit::FakeApplication app;
-  const auto previous = std::filesystem::current_path();
-  std::filesystem::current_path(dir.path());  // the log is written to the working directory
-  std::string message;
-  auto list = ReviewAndSortTransforms_ReturnList(app, Epsg(4267), Epsg(4269), message, nullptr);
-  std::filesystem::current_path(previous);
-  EXPECT_GT(list.size(), 3u);
-  EXPECT_EQ(message, "");
-  ASSERT_EQ(app.windows.size(), 1u);
-  EXPECT_NE(app.windows[0].find("SortTransformsByDatasetCentroid"), std::string::npos) << app.windows[0];
-  EXPECT_NE(app.windows[0].find("\t91\r\n"), std::string::npos) << app.windows[0];
 }
 
 TEST(ProjectGeometryToGeographicCoordinates, ProjectsOnlyProjectedGeometries) {
