@@ -33,11 +33,9 @@ TEST(CommandTable, ToolbarItemsTextsAndEnabledRules) {
   EXPECT_EQ(FindCommand("Tarnwick.clsExtension"), nullptr);
 
   clsExtension extension;
-  EXPECT_FALSE(CommandEnabled(*tool, nullptr));
-  EXPECT_FALSE(CommandEnabled(*tool, &extension));
+  EXPECT_FALSE(CommandEnabled(*tool, nullptr) || CommandEnabled(*tool, &extension));
   extension.SelToolEnabled = true;
-  EXPECT_TRUE(CommandEnabled(*tool, &extension));
-  EXPECT_TRUE(CommandEnabled(kPlotLayoutCommand, nullptr));
+  EXPECT_TRUE(CommandEnabled(*tool, &extension) && CommandEnabled(kPlotLayoutCommand, nullptr));
 }
 
 // A modal dialog whose OK leaves a parameter set behind, or that is cancelled.
@@ -81,17 +79,14 @@ struct Desktop {
 TEST(ModalCommand, CancelRunsNothingAndAnEmptyReportShowsFunctionFailed) {
   Desktop desktop;
   desktop.Converter(false, "{\\rtf1 done}").OnClick();
-  EXPECT_TRUE(desktop.driverRuns.empty());
-  EXPECT_TRUE(desktop.app.reports.empty());
-  EXPECT_FALSE(desktop.document.IsDirty());
+  EXPECT_TRUE(desktop.driverRuns.empty() && desktop.app.reports.empty() && !desktop.document.IsDirty());
 
   desktop.Converter(true, "").OnClick();
   EXPECT_EQ(desktop.driverRuns, std::vector<std::string>{"parameters"});
   ASSERT_EQ(desktop.app.reports.size(), 1u);
   EXPECT_EQ(desktop.app.reports[0].text, "Function Failed...");
   EXPECT_EQ(desktop.app.reports[0].window, ReportWindow::Modal);
-  EXPECT_FALSE(desktop.extension.frmLayerIDReturn.has_value());
-  EXPECT_TRUE(desktop.document.IsDirty());
+  EXPECT_TRUE(!desktop.extension.frmLayerIDReturn.has_value() && desktop.document.IsDirty());
 
   desktop.Converter(true, "{\\rtf1 done}").OnClick();
   EXPECT_EQ(desktop.app.reports.at(1).text, "{\\rtf1 done}");
@@ -100,8 +95,7 @@ TEST(ModalCommand, CancelRunsNothingAndAnEmptyReportShowsFunctionFailed) {
 TEST(ModalCommand, FailuresEndAtTheClickWithoutAReport) {
   Desktop desktop;
   desktop.Converter(true, "throw").OnClick();
-  EXPECT_TRUE(desktop.app.reports.empty());
-  EXPECT_FALSE(desktop.document.IsDirty());
+  EXPECT_TRUE(desktop.app.reports.empty() && !desktop.document.IsDirty());
   ASSERT_EQ(desktop.app.windows.size(), 1u);
   EXPECT_NE(desktop.app.windows[0].find("ICommand_OnClick  ..\\cmdTNWKWPConverter.cls"), std::string::npos);
   EXPECT_NE(desktop.app.windows[0].find("driver broke"), std::string::npos);
@@ -134,10 +128,8 @@ TEST(PlotLayoutCommand, OpensTheDialogBesideTheMapAndMarksTheDocument) {
   command.OnCreate(desktop.app, desktop.document, &desktop.extension);
   command.OnClick();
   ASSERT_EQ(opened.size(), 1u);
-  EXPECT_FALSE(opened[0]->dirtyWhenOpened);
   EXPECT_EQ(opened[0]->caption, " Plot Layout Parameters:");
-  EXPECT_TRUE(opened[0]->visible);
-  EXPECT_TRUE(desktop.document.IsDirty());
+  EXPECT_TRUE(!opened[0]->dirtyWhenOpened && opened[0]->visible && desktop.document.IsDirty());
   EXPECT_EQ(command.Caption(), "TNWK &Plot Layout Tool");
 }
 

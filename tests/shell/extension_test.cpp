@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <tuple>
 #include <stdexcept>
 
 #include "testkit/fake_application.h"
@@ -42,16 +43,14 @@ TEST(Extension, SaveAndLoadRoundTripAndRepair) {
 
   clsExtension loaded;
   loaded.Load(stream);
-  EXPECT_EQ(loaded.StandIDHistory, saved.StandIDHistory);
-  EXPECT_EQ(loaded.SeparationUnitIndex, 2);
-  EXPECT_EQ(loaded.GridOrientation, 37.5);
-  EXPECT_EQ(loaded.UserSpacingOption, 7);
-  EXPECT_EQ(loaded.XSpacing, 20);  // negative turned positive
-  EXPECT_EQ(loaded.YSpacing, 1);   // zero turned into one
-  EXPECT_EQ(loaded.DirectoryType, "File Geodatabase");
-  EXPECT_TRUE(loaded.OrientationFromField);
-  EXPECT_FALSE(loaded.IsFeatureDataset);
-  EXPECT_EQ(loaded.FeatDatasetName, "");
+  // The X spacing negative turned positive, the Y spacing zero turned into
+  // one; the feature dataset is not kept.
+  EXPECT_EQ(std::make_tuple(loaded.StandIDHistory, loaded.SeparationUnitIndex, loaded.GridOrientation,
+                            loaded.UserSpacingOption, loaded.XSpacing, loaded.YSpacing, loaded.DirectoryPath,
+                            loaded.DirectoryType, loaded.OrientationFromField, loaded.IsFeatureDataset,
+                            loaded.FeatDatasetName),
+            std::make_tuple(saved.StandIDHistory, 2, 37.5, 7, 20.0, 1.0, saved.DirectoryPath,
+                            std::string("File Geodatabase"), true, false, std::string()));
 
   // Save then Load on one object changes none of the persisted members.
   MemoryStream again;
@@ -75,9 +74,9 @@ TEST(Extension, ShortOrBadStreamKeepsWhatWasReadAndReportsOnce) {
   loaded.OrientationFromField = true;
   loaded.SetErrorHost(&app, nullptr);
   loaded.Load(stream);
-  EXPECT_EQ(loaded.OrientationHistory, "Bearing");
-  EXPECT_TRUE(loaded.OrientationFromField);  // old value kept
-  EXPECT_EQ(loaded.XSpacing, -20);           // not repaired
+  // Read up to the end; the old value of what was not there kept, and not repaired.
+  EXPECT_EQ(std::make_tuple(loaded.OrientationHistory, loaded.OrientationFromField, loaded.XSpacing),
+            std::make_tuple(std::string("Bearing"), true, -20.0));
   EXPECT_EQ(app.windows.size(), 1u);
 
   MemoryStream bad;
@@ -93,16 +92,15 @@ TEST(Extension, ShortOrBadStreamKeepsWhatWasReadAndReportsOnce) {
 TEST(Extension, StartupFallsBackToShapefileFolder) {
   clsExtension fresh;
   fresh.Startup();
-  EXPECT_EQ(fresh.DirectoryType, "Shapefile");
-  EXPECT_EQ(fresh.DirectoryPath, "");
   EXPECT_EQ(fresh.XSpacing, 0);  // the dialog shows 1; the extension keeps 0
   clsExtension typeless;
   typeless.DirectoryPath = "/data";
   typeless.IsFeatureDataset = true;
   typeless.Startup();
-  EXPECT_EQ(typeless.DirectoryType, "Shapefile");
-  EXPECT_EQ(typeless.DirectoryPath, "");
-  EXPECT_FALSE(typeless.IsFeatureDataset);
+  for (const clsExtension* e : {&fresh, &typeless}) {
+    EXPECT_EQ(std::make_tuple(e->DirectoryType, e->DirectoryPath, e->IsFeatureDataset),
+              std::make_tuple(std::string("Shapefile"), std::string(), false));
+  }
 }
 
 }  // namespace
