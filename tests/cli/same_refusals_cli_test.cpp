@@ -23,15 +23,6 @@ using platform::Field;
 using platform::FieldType;
 using platform::Value;
 
-// One-field points (or polygons) in the store; no spatial reference when epsg is 0.
-std::shared_ptr<platform::FeatureClass> MakeClass(const std::string& store, const std::string& name, int epsg,
-                                                  const Field& field, const std::vector<testkit::Row>& rows) {
-  const auto type = rows.front().wkt.starts_with("POLYGON") ? platform::GeometryType::Polygon
-                                                             : platform::GeometryType::Point;
-  const auto sr = epsg != 0 ? platform::SpatialReference::FromEpsg(epsg) : platform::SpatialReference();
-  return testkit::MakeClass(store, testkit::ClassSpec(name, type, sr, {field}), rows);
-}
-
 struct Desk {
   testkit::TempDir dir;
   platform::host::MemoryMapDocument document{dir / "forest.qgz", "forest"};
@@ -39,63 +30,53 @@ struct Desk {
   clsExtension extension;
   TransformationDefaults defaults;
 
-  void Add(const std::string& name, std::shared_ptr<platform::FeatureClass> featureClass) {
+  // A one-field class of points (or polygons) in the store, as a layer of
+  // the same name in the map; no spatial reference when epsg is 0.
+  void Add(const std::string& store, const std::string& name, int epsg, const Field& field,
+           const std::vector<testkit::Row>& rows) {
+    const auto type = rows.front().wkt.starts_with("POLYGON") ? platform::GeometryType::Polygon
+                                                               : platform::GeometryType::Point;
+    const auto sr = epsg != 0 ? platform::SpatialReference::FromEpsg(epsg) : platform::SpatialReference();
+    auto featureClass = testkit::MakeClass(dir / store, testkit::ClassSpec(name, type, sr, {field}), rows);
     document.FocusMap().layers.push_back({name, std::move(featureClass), {}, true});
   }
 };
 
+// The tool's dialog opened on the map with its defaults, and OK pressed.
+template <class Dialog>
+void PressOk(Desk& desk) {
+  Dialog form({desk.app, desk.document, desk.extension}, desk.defaults);
+  form.Fire("cmdOK", ControlEvent::Click);
+}
+
 struct Case {
   const char* name;
-  std::function<void(Desk&)> make;         // the data, and its layers in the map
-  std::function<std::string(Desk&)> args;  // the same choices on the command line
-  std::function<void(Desk&)> pressOk;      // the dialog opened with its defaults, OK pressed
+  std::function<void(Desk&)> make;  // the data, and its layers in the map
+  std::string args;                 // the same choices on the command line, with the data's folder as DIR
+  void (*pressOk)(Desk&);
 };
 
 TEST(SameRefusals, CommandLineAndDialogGiveOneText) {
   const Field plotId{"PlotID", "", FieldType::Integer};
-  const auto stands = [](Desk& desk) {
-    desk.Add("Stands", MakeClass(desk.dir / "inv.gpkg", "Stands", 26910, Field{"StandID", "", FieldType::String, 8},
-                                 {{testkit::Square(0, 0, 100), {Value{std::string("A")}}}}));
-  };
-  const auto importDialog = [](Desk& desk) {
-    frmTransferStandIDs form({desk.app, desk.document, desk.extension}, desk.defaults);
-    form.Fire("cmdOK", ControlEvent::Click);
-  };
-  const auto waypointDialog = [](Desk& desk) {
-    frmLayerID form({desk.app, desk.document, desk.extension}, desk.defaults);
-    form.Fire("cmdOK", ControlEvent::Click);
-  };
   const std::vector<Case> cases = {
       {"import into a read-only point shapefile",
        [&](Desk& desk) {
-         stands(desk);
-         desk.Add("plots", MakeClass(desk.dir / "shp", "plots", 26910, plotId, {{"POINT(50 50)", {Value{1L}}}}));
+         desk.Add("inv.gpkg", "Stands", 26910, Field{"StandID", "", FieldType::String, 8},
+                  {{testkit::Square(0, 0, 100), {Value{"A"}}}});
+         desk.Add("shp", "plots", 26910, plotId, {{"POINT(50 50)", {Value{1L}}}});
          std::filesystem::permissions(desk.dir / "shp/plots.dbf", std::filesystem::perms::owner_read);
        },
-       [](Desk& desk) {
-         return "import-stand-ids --stands \"" + (desk.dir / "inv.gpkg") + "|layername=Stands\" --stand-id StandID " +
-                "--points " + (desk.dir / "shp/plots.shp") + " --clone";
-       },
-       importDialog},
+       "import-stand-ids --stands \"DIR/inv.gpkg|layername=Stands\" --stand-id StandID --points DIR/shp/plots.shp "
+       "--clone",
+       PressOk<frmTransferStandIDs>},
       {"waypoints with a repeated Plot ID",
        [&](Desk& desk) {
-         desk.Add("Plots", MakeClass(desk.dir / "plots.gpkg", "Plots", 26910, plotId,
-                                     {{"POINT(1 1)", {Value{7L}}}, {"POINT(2 2)", {Value{7L}}}}));
+         desk.Add("plots.gpkg", "Plots", 26910, plotId, {{"POINT(1 1)", {Value{7L}}}, {"POINT(2 2)", {Value{7L}}}});
        },
-       [](Desk& desk) {
-         return "waypoints --points \"" + (desk.dir / "plots.gpkg") + "|layername=Plots\" --plot-id PlotID --out " +
-                (desk.dir / "out.way");
-       },
-       waypointDialog},
+       "waypoints --points \"DIR/plots.gpkg|layername=Plots\" --plot-id PlotID --out DIR/out.way", PressOk<frmLayerID>},
       {"waypoints from points without a spatial reference",
-       [&](Desk& desk) {
-         desk.Add("loose", MakeClass(desk.dir / "shp", "loose", 0, plotId, {{"POINT(1 1)", {Value{1L}}}}));
-       },
-       [](Desk& desk) {
-         return "waypoints --points " + (desk.dir / "shp/loose.shp") + " --plot-id PlotID --out " +
-                (desk.dir / "out.way");
-       },
-       waypointDialog},
+       [&](Desk& desk) { desk.Add("shp", "loose", 0, plotId, {{"POINT(1 1)", {Value{1L}}}}); },
+       "waypoints --points DIR/shp/loose.shp --plot-id PlotID --out DIR/out.way", PressOk<frmLayerID>},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
@@ -107,7 +88,11 @@ TEST(SameRefusals, CommandLineAndDialogGiveOneText) {
     const CheckMessage shown = desk.app.boxes.empty()
                                    ? CheckMessage{desk.app.reports[0].text, desk.app.reports[0].caption}
                                    : CheckMessage{desk.app.boxes[0].text, desk.app.boxes[0].title};
-    const auto run = Tarnwick(desk.dir, c.args(desk));
+    std::string args = c.args;
+    for (auto at = args.find("DIR"); at != std::string::npos; at = args.find("DIR")) {
+      args.replace(at, 3, desk.dir.path().string());
+    }
+    const auto run = Tarnwick(desk.dir, args);
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_NE(run.err.find("tarnwick: " + CheckMessageText(shown) + "\n"), std::string::npos)
         << "dialog:\n" << CheckMessageText(shown) << "\ncommand line:\n" << run.err;

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 
 #include "platform/host/memory_map_document.h"
@@ -31,7 +30,7 @@ std::string FirstRow(const std::string& out) {
   return at == std::string::npos ? "" : out.substr(at + 1, out.find('\n', at + 1) - at - 1);
 }
 
-TEST(TransformsCommand, RanksAtTheGivenPlaceOrAtTheData) {
+TEST(TransformsCommand, RanksAtTheGivenPlaceOrAtTheDataAndSaysWhenNoneIsNeededOrKnown) {
   testkit::TempDir dir;
   auto mojave = Tarnwick(dir, "transforms EPSG:4267 EPSG:26910 --at -115.5,35");
   ASSERT_EQ(mojave.exitCode, 0) << mojave.err;
@@ -47,15 +46,11 @@ TEST(TransformsCommand, RanksAtTheGivenPlaceOrAtTheData) {
   auto alaska = Tarnwick(dir, "transforms alaska.gpkg/Stands EPSG:4269");
   ASSERT_EQ(alaska.exitCode, 0) << alaska.err;
   EXPECT_THAT(FirstRow(alaska.out), HasSubstr("NAD_1927_To_NAD_1983_Alaska")) << alaska.out;
-}
 
-TEST(TransformsCommand, SameSystemNoneKnownAndBadInput) {
-  testkit::TempDir dir;
+  // The same system, two systems no predefined transformation joins, and bad input.
   auto same = Tarnwick(dir, "transforms EPSG:4269 EPSG:26910");
   EXPECT_EQ(same.exitCode, 0);
   EXPECT_THAT(same.out, HasSubstr("no transformation is needed"));
-
-  // Two systems no predefined transformation joins.
   auto none = Tarnwick(dir, "transforms EPSG:4272 EPSG:4267");
   EXPECT_EQ(none.exitCode, 0) << none.err;
   EXPECT_THAT(none.out, HasSubstr("<-- No Known Transformations for these two GCSs -->"));
@@ -74,9 +69,7 @@ struct OptionRun {
   cli::ResolvedTransform Resolve(const std::string& value, const char* from, const char* to) {
     CLI::App app;
     option.AddTo(app);
-    std::vector<std::string> args = {"--transform", value};
-    std::reverse(args.begin(), args.end());
-    app.parse(args);
+    app.parse(std::vector<std::string>{value, "--transform"});  // CLI11 takes the arguments last first
     return option.Choose(context, platform::SpatialReference::FromUserInput(from),
                           platform::SpatialReference::FromUserInput(to));
   }
