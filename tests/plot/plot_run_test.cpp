@@ -232,25 +232,18 @@ TEST_F(PlotRun, NullStandIdFailsTheRunAndNothingOfItStays) {
   EXPECT_FALSE(std::filesystem::exists(store));
 }
 
-TEST_F(PlotRun, ZeroSpacingFromAFieldOrNoSpatialReferenceFailsTheRun) {
+// Stands without a spatial reference are the command line's plot layout test.
+TEST_F(PlotRun, ZeroSpacingFromAFieldFailsTheRun) {
   const auto stands = MakeStands(dir / "stands.gpkg", utm,
                                  {{Square(500000, 4000000, 100), "A", {}, 30.0, 30.0},
                                   {Square(500200, 4000000, 100), "B", {}, 0.0, 30.0}});
   PlotLayoutParameters p = NewClassRun(stands, dir / "plots.gpkg");
   p.spacing = SpacingFromFields{kXSpacingIndex, FieldAt(stands, kXSpacingIndex), kYSpacingIndex,
                                 FieldAt(stands, kYSpacingIndex)};
-  PlotLayoutResult result = Run(p);
+  const PlotLayoutResult result = Run(p);
   EXPECT_FALSE(result.succeeded);
   EXPECT_EQ(result.plotsWritten, 9);
   EXPECT_THAT(result.failureReport, HasSubstr("Stand 'B': the X spacing in field [XSp] is 0"));
-
-  // Stands without a spatial reference are refused before anything is written.
-  const auto bare = MakeStands(dir / "bare.gpkg", SpatialReference(), {{Square(0, 0, 100), "A"}});
-  const std::string store = dir / "plots2.gpkg";
-  result = Run(NewClassRun(bare, store));
-  EXPECT_FALSE(result.succeeded);
-  EXPECT_THAT(result.failureReport, HasSubstr("has no spatial reference"));
-  EXPECT_FALSE(std::filesystem::exists(store));
 }
 
 TEST_F(PlotRun, BufferThatEliminatesAStandIsNoted) {

@@ -37,12 +37,6 @@ std::shared_ptr<platform::FeatureClass> MakePoints(const std::string& store, con
       points);
 }
 
-std::vector<std::vector<Value>> Ids(std::initializer_list<std::int64_t> ids) {
-  std::vector<std::vector<Value>> rows;
-  for (auto id : ids) rows.push_back({Value{id}});
-  return rows;
-}
-
 struct Desk {
   testkit::TempDir dir;
   std::string store = dir / "plots.gpkg";
@@ -55,6 +49,12 @@ struct Desk {
                 std::vector<std::int64_t> selection = {}) {
     document.FocusMap().layers.push_back({name, std::move(points), std::move(selection), true});
   }
+  // A layer of the class `name` with only an integer PlotID, holding ids.
+  void AddPlots(const std::string& name, std::initializer_list<std::int64_t> ids) {
+    std::vector<std::vector<Value>> rows;
+    for (auto id : ids) rows.push_back({Value{id}});
+    AddLayer(name, MakePoints(store, name, 26910, {Field{"PlotID", "", FieldType::Integer}}, rows));
+  }
   HostArray Host() { return {app, document, extension}; }
 };
 
@@ -64,11 +64,11 @@ TEST(frmLayerID, FieldListsPreselectByNameAndOptionsFollowTheSelection) {
                 MakePoints(desk.store, "Survey", 26910,
                            {Field{"Plot_ID", "", FieldType::Integer}, Field{"Stand_Name", "", FieldType::String, 9},
                             Field{"DEM_Elev", "", FieldType::Double}, Field{"Shape_Area", "", FieldType::Double}},
-                           {{Value{std::int64_t{1}}}, {Value{std::int64_t{2}}}}));
+                           {{Value{1L}}, {Value{2L}}}));
   desk.AddLayer("Plot Layer #2",
                 MakePoints(desk.store, "Plots", 26910,
                            {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 9}},
-                           Ids({1, 2, 3})),
+                           {{Value{1L}}, {Value{2L}}, {Value{3L}}}),
                 {2});
   std::ofstream(desk.dir / "Plot_Layer__2_Waypoints.way") << "taken";
   frmLayerID form(desk.Host(), desk.defaults);
@@ -103,10 +103,8 @@ TEST(frmLayerID, FieldListsPreselectByNameAndOptionsFollowTheSelection) {
 
 TEST(frmLayerID, DuplicatePlotIdsAreReportedAndKeepTheDialogOpen) {
   Desk desk;
-  auto points =
-      MakePoints(desk.store, "Plots", 26910, {Field{"PlotID", "", FieldType::Integer}}, Ids({7, 9, 7, 8, 9, 9}));
-  desk.AddLayer("Plots", points);
-  desk.AddLayer("Empty", MakePoints(desk.store, "Empty", 26910, {Field{"PlotID", "", FieldType::Integer}}, {}));
+  desk.AddPlots("Plots", {7, 9, 7, 8, 9, 9});
+  desk.AddPlots("Empty", {});
   frmLayerID form(desk.Host(), desk.defaults);
   std::vector<std::string> progress;
   form.changed = [&] {
@@ -140,7 +138,7 @@ TEST(frmLayerID, DuplicatePlotIdsAreReportedAndKeepTheDialogOpen) {
 
 TEST(frmLayerID, OutputPathBrowseChecksAndAMissingLayer) {
   Desk desk;
-  desk.AddLayer("Plots", MakePoints(desk.store, "Plots", 26910, {Field{"PlotID", "", FieldType::Integer}}, Ids({1})));
+  desk.AddPlots("Plots", {1});
   frmLayerID form(desk.Host(), desk.defaults);
 
   // The browse offers .way files in the output's folder and adds ".way".
@@ -202,7 +200,7 @@ TEST(cmdTNWKWPConverter, RunsFromTheDialogToTheFileOnDisk) {
       "Plots",
       MakePoints(desk.store, "Plots", 26710,
                  {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 9}},
-                 {{Value{std::int64_t{101}}, Value{std::string("A-17")}}, {Value{std::int64_t{102}}, Value{}}}));
+                 {{Value{101L}, Value{"A-17"}}, {Value{102L}, Value{}}}));
   const platform::GeoTransformation helmert{"NAD_1927_To_WGS_1984_4", 1173, "EPSG", 4267, 4326};
   bool error = false;
   std::string message;
