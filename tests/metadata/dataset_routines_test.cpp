@@ -33,17 +33,13 @@ TEST_P(MetadataOnStores, EditsAreStoredAndReadBackByALaterRun) {
     auto plots = Create();
     EXPECT_EQ(SynchronizeMetadata(*plots), "Succeeded");
     EXPECT_EQ(SetMetadataAbstract(*plots, "Plots over stands from 'Stands'."), "Succeeded");
-    ContactRecord contact;
-    contact.individualName = "Ann Lee";
-    contact.roleIndex = 7;
-    EXPECT_EQ(AddMetadataContact(*plots, contact, false, true), "Succeeded");
+    EXPECT_EQ(AddMetadataContact(*plots, {.individualName = "Ann Lee", .roleIndex = 7}, false, true), "Succeeded");
     GeoprocessingEvent event{"NOTE:  params", "Plot Layout tool", {2022, 2, 3, 4, 5, 6}, "GeneratePlotLayout", true};
     EXPECT_EQ(AddGeoprocessingEvent(*plots, event), "Succeeded");
-    AttributeFieldMetadata standField;
-    standField.fieldName = "StandID";
-    standField.definition = "ID Value of stand that contains this plot point.";
-    standField.units = "Stand ID Values";
-    standField.clearFirst = true;
+    const AttributeFieldMetadata standField{.fieldName = "StandID",
+                                            .definition = "ID Value of stand that contains this plot point.",
+                                            .units = "Stand ID Values",
+                                            .clearFirst = true};
     EXPECT_EQ(SetAttributeFieldMetadata(*plots, standField, app), "Succeeded");
     EXPECT_EQ(SynchronizeMetadata(*plots), "Succeeded");
     // Stored at once: a second opening sees it while the first is still open.
@@ -111,10 +107,7 @@ TEST_P(MetadataOnStores, FieldLookupDatesStatusMaintenanceVersionAndContacts) {
   EXPECT_EQ(ReturnAttributeFieldXPathIndex(*plots, "plotid", error), 3);
   EXPECT_FALSE(error);
 
-  AttributeFieldMetadata missing;
-  missing.fieldName = "NoSuchField";
-  missing.definition = "x";
-  missing.enumerated = EnumeratedDomain{{}, true};
+  const AttributeFieldMetadata missing{.fieldName = "NoSuchField", .definition = "x", .enumerated = EnumeratedDomain{{}, true}};
   EXPECT_EQ(SetAttributeFieldMetadata(*plots, missing, app), "No Field Found");
   ASSERT_EQ(app.boxes.size(), 1u);
   EXPECT_EQ(app.boxes[0].text, "Array has incorrect dimensions.  Skipping this item...");
@@ -138,9 +131,7 @@ TEST_P(MetadataOnStores, FieldLookupDatesStatusMaintenanceVersionAndContacts) {
   EXPECT_EQ(LastElementIndex(set, "distInfo/distFormat/formatVer"), 0);
 
   // A contact already present leaves the stored document unchanged.
-  ContactRecord contact;
-  contact.organisation = "Tarnwick, LLC";
-  contact.roleIndex = 9;
+  const ContactRecord contact{.organisation = "Tarnwick, LLC", .roleIndex = 9};
   EXPECT_EQ(AddResourceContact(*plots, contact, true, true), "Succeeded");
   const std::string before = ReturnMetadataXMLStringFromDataset(*plots, error);
   EXPECT_FALSE(error);

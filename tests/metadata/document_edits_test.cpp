@@ -1,5 +1,8 @@
-// The edits the routines make, on a document in memory.
+// The keyed XML document (addressing, repeated elements, attributes,
+// deletion, listing, parsing) and the edits the routines make on it in memory.
 #include <gtest/gtest.h>
+
+#include <stdexcept>
 
 #include "dataset_fixture.h"
 #include "metadata/attribute_field.h"
@@ -7,6 +10,7 @@
 #include "metadata/element_index.h"
 #include "metadata/geoprocessing_event.h"
 #include "metadata/identification.h"
+#include "metadata/property_set.h"
 
 namespace tarnwick::metadata {
 namespace {
@@ -15,15 +19,8 @@ using test::ExpectAbsent;
 using test::ExpectProperties;
 
 ContactRecord Forester() {
-  ContactRecord c;
-  c.individualName = "Ann Lee";
-  c.organisation = "Tarnwick, LLC";
-  c.telephone = "555-0100";
-  c.city = "Corvallis";
-  c.email = "ann@example.com";
-  c.roleIndex = 7;
-  c.addressTypeIndex = 2;
-  return c;
+  return {.individualName = "Ann Lee", .organisation = "Tarnwick, LLC", .telephone = "555-0100", .city = "Corvallis",
+          .email = "ann@example.com", .roleIndex = 7, .addressTypeIndex = 2};
 }
 
 TEST(Contacts, FirstContactAtZeroWithItsTextsRoleAndAddressType) {
@@ -61,9 +58,7 @@ TEST(Contacts, PresentContactIsNotAddedTwiceButADifferentOneIs) {
 
   // A blank name is written; address type 4 leaves the contact information
   // out, while 0 writes "skip".
-  ContactRecord blank;
-  blank.roleIndex = 11;
-  blank.addressTypeIndex = 4;
+  ContactRecord blank{.roleIndex = 11, .addressTypeIndex = 4};
   AddContactToDocument(set, ContactKind::Metadata, blank, false);
   EXPECT_EQ(set.GetXml("mdContact[0]/rpIndName"), "<rpIndName />\n");
   ExpectAbsent(set, {"rpOrgName", "rpCntInfo"}, "mdContact[0]/");
@@ -77,12 +72,8 @@ TEST(Contacts, PresentContactIsNotAddedTwiceButADifferentOneIs) {
 
 TEST(Lineage, StepsAndGeoprocessingEventsKeepEveryPart) {
   MetadataPropertySet set;
-  LineageProcessStep step;
-  step.description = "Generated plots.";
-  step.date = {2021, 6, 30, 14, 5, 0};
-  step.contact.individualName = "ann";
-  step.contact.roleIndex = 9;
-  step.contact.addressTypeIndex = 4;
+  LineageProcessStep step{.description = "Generated plots.", .date = {2021, 6, 30, 14, 5, 0},
+                          .contact = {.individualName = "ann", .roleIndex = 9, .addressTypeIndex = 4}};
   AddLineageStepToDocument(set, step);
   step.description = "Second run.";
   AddLineageStepToDocument(set, step);
@@ -145,13 +136,10 @@ TEST_F(AttributeFieldInDocument, FieldIsFoundTrimmedAndWithoutRegardToCase) {
 }
 
 TEST_F(AttributeFieldInDocument, WritesNonBlankPartsAndSkipsAllBlankEnumeratedColumns) {
-  AttributeFieldMetadata f;
-  f.definition = "ID Value of stand";
-  f.definitionSource = "Stands";
-  f.units = "Stand ID Values";
-  f.rangeMinimum = "  ";  // blank once trimmed
-  f.enumerated = EnumeratedDomain{{{"1", "One", "Me"}, {"", " ", ""}, {"2", "", "You"}}, false};
-  f.clearFirst = true;
+  // The range minimum is blank once trimmed.
+  const AttributeFieldMetadata f{
+      .definition = "ID Value of stand", .definitionSource = "Stands", .rangeMinimum = "  ", .units = "Stand ID Values",
+      .enumerated = EnumeratedDomain{{{"1", "One", "Me"}, {"", " ", ""}, {"2", "", "You"}}, false}, .clearFirst = true};
   SetAttributeFieldInDocument(set, 1, f);
   // The all-blank column used no index.
   ExpectProperties(set,
@@ -164,12 +152,81 @@ TEST_F(AttributeFieldInDocument, WritesNonBlankPartsAndSkipsAllBlankEnumeratedCo
 }
 
 TEST_F(AttributeFieldInDocument, WithoutClearingOldPartsStayAndWrongShapeLeavesEnumeratedOut) {
-  AttributeFieldMetadata f;
-  f.definition = "new definition";
-  f.enumerated = EnumeratedDomain{{{"1", "One", "Me"}}, true};
+  const AttributeFieldMetadata f{.definition = "new definition", .enumerated = EnumeratedDomain{{{"1", "One", "Me"}}, true}};
   SetAttributeFieldInDocument(set, 1, f);
   ExpectProperties(set, {{"attrdef", "new definition"}, {"attrdomv/udom", "old udom"}}, attr);
   ExpectAbsent(set, {"attrdomv/edom"}, attr);
+}
+
+TEST(MetadataPropertySet, KeysAddressRepeatedElementsFromZero) {
+  MetadataPropertySet set;
+  EXPECT_TRUE(set.IsNew());
+  set.SetPropertyX("mdContact[1]/rpIndName", "Second");  // index 1 brings index 0 with it
+  set.SetPropertyX("mdContact[0]/rpIndName", "First");
+  set.SetPropertyX("mdContact/rpOrgName", "Org");  // unindexed writes go to the first
+  test::ExpectProperties(set, {{"mdContact[0]/rpIndName", "First"}, {"mdContact[1]/rpIndName", "Second"},
+                               {"mdContact[0]/rpOrgName", "Org"}, {"mdContact[2]/rpIndName", ""}, {"missing/element", ""}});
+  EXPECT_EQ(LastElementIndex(set, "mdContact"), 1);
+  EXPECT_EQ(LastElementIndex(set, "dataIdInfo/idPoC"), -1);
+
+  // Rewriting an element replaces its text instead of adding to it.
+  set.SetPropertyX("mdContact[0]/rpIndName", "Changed");
+  EXPECT_EQ(set.GetXml("mdContact[0]/rpIndName"), "<rpIndName>Changed</rpIndName>\n");
+
+  // An element with only children or attributes still counts as present.
+  MetadataPropertySet bare;
+  bare.SetPropertyX("mdContact[0]/role/RoleCd", "");
+  bare.SetAttribute("mdContact[0]/role/RoleCd", "value", "007");
+  EXPECT_NE(bare.GetProperty("mdContact[0]"), "");
+  test::ExpectProperties(bare, {{"mdContact[0]/role/RoleCd/@value", "007"}, {"mdContact[0]/role/RoleCd", ""}});
+  EXPECT_EQ(LastElementIndex(bare, "mdContact"), 0);
+}
+
+TEST(MetadataPropertySet, DeleteRemovesEveryMatchOfAnUnindexedKeyAndOnlyTheNamedIndexOtherwise) {
+  MetadataPropertySet set;
+  for (int i = 0; i < 3; ++i) set.SetPropertyX("dataIdInfo/themeKeys/keyword[" + std::to_string(i) + "]", "k" + std::to_string(i));
+  set.DeleteProperty("dataIdInfo/themeKeys/keyword[1]");
+  EXPECT_EQ(set.GetProperty("dataIdInfo/themeKeys/keyword[1]"), "k2");
+  set.DeleteProperty("dataIdInfo/themeKeys/keyword");
+  EXPECT_EQ(LastElementIndex(set, "dataIdInfo/themeKeys/keyword"), -1);
+  set.DeleteProperty("never/there");  // harmless
+}
+
+TEST(MetadataPropertySet, ListsLeavesAndAttributesInDocumentOrder) {
+  auto set = MetadataPropertySet::FromXml(
+      "<metadata><a>1</a><b><c>2</c><c>3</c></b><d v=\"x\"/>"
+      "<Thumbnail><Data EsriPropertyType=\"PictureX\">AAAA</Data></Thumbnail></metadata>");
+  EXPECT_FALSE(set.IsNew());
+  std::vector<std::string> names;
+  std::vector<PropertyValue> values;
+  set.GetAllProperties(names, values);
+  const std::vector<std::string> expected = {"a", "b/c[0]", "b/c[1]", "d", "d/@v", "Thumbnail/Data"};
+  EXPECT_EQ(names, expected);
+  EXPECT_EQ(values[2].text, "3");
+  EXPECT_EQ(values[4].text, "x");
+  EXPECT_TRUE(values[5].isObject);
+  EXPECT_EQ(set.Count(), 6);
+  // Every listed name reads back through GetProperty.
+  EXPECT_EQ(set.GetProperty(names[1]), "2");
+}
+
+TEST(MetadataPropertySet, TextIsEscapedAndSurvivesARoundTrip) {
+  MetadataPropertySet set;
+  set.InitExisting({2024, 3, 5, 7, 8, 9});
+  set.SetPropertyX("dataIdInfo/idAbs", "Stands < 5 ha & \"odd\" names");
+  const auto reread = MetadataPropertySet::FromXml(set.GetXml());
+  EXPECT_EQ(reread.GetProperty("dataIdInfo/idAbs"), "Stands < 5 ha & \"odd\" names");
+  EXPECT_EQ(reread.GetProperty("Esri/CreaDate"), "20240305");
+  EXPECT_EQ(reread.GetProperty("Esri/CreaTime"), "07080900");
+}
+
+TEST(MetadataPropertySet, RejectsDamagedTextAndMalformedKeys) {
+  EXPECT_THROW(MetadataPropertySet::FromXml("<metadata><a>1</metadata>"), std::invalid_argument);
+  EXPECT_THROW(MetadataPropertySet::FromXml(""), std::invalid_argument);
+  MetadataPropertySet set;
+  EXPECT_THROW(set.SetPropertyX("a[x]/b", "1"), std::invalid_argument);
+  EXPECT_THROW(set.SetPropertyX("a//b", "1"), std::invalid_argument);
+  EXPECT_THROW(set.GetProperty("a/@v/b"), std::invalid_argument);
 }
 
 }  // namespace

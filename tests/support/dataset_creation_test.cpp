@@ -44,13 +44,8 @@ class DatasetCreation : public ::testing::TestWithParam<StoreCase> {
     if (GetParam().outputType == kOutputShapefile) std::filesystem::create_directory(dir / GetParam().workspace);
   }
   GeneralFeatureClassArgs Args(std::vector<Field> fields) const {
-    GeneralFeatureClassArgs args;
-    args.spatialReference = platform::SpatialReference::FromEpsg(26910);
-    args.path = dir / GetParam().workspace;
-    args.name = "Plots";
-    args.outputType = GetParam().outputType;
-    args.extraFields = std::move(fields);
-    return args;
+    return {.spatialReference = platform::SpatialReference::FromEpsg(26910), .path = dir / GetParam().workspace,
+            .name = "Plots", .outputType = GetParam().outputType, .extraFields = std::move(fields)};
   }
 
   testkit::TempDir dir;
@@ -147,8 +142,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(DatasetCreationRefusals, EachRefusalShowsItsMessageAndGivesNothing) {
   testkit::TempDir dir;
   testkit::FakeApplication app;
-  GeneralFeatureClassArgs args;
-  args.spatialReference = platform::SpatialReference::FromEpsg(26910);
+  GeneralFeatureClassArgs args{.spatialReference = platform::SpatialReference::FromEpsg(26910)};
   // Each refusal gives Nothing and one more message box, which it returns.
   const auto refuse = [&](const std::string& path, long type, const SaveDialog& dialog = {}) {
     args.path = path;
@@ -225,10 +219,7 @@ TEST(DatasetCreationRules, FeatureTypesAndNumberedNamesThatKeepTheirWidth) {
   // An annotation class is refused and nothing is made.
   testkit::TempDir dir;
   auto gdb = platform::Workspace::OpenOrCreate(dir / "x.gpkg");
-  GDBFeatureClassArgs annotation;
-  annotation.name = "Notes";
-  annotation.featureType = 11;
-  EXPECT_FALSE(CreateGDBFeatureClass(gdb, annotation));
+  EXPECT_FALSE(CreateGDBFeatureClass(gdb, {.name = "Notes", .featureType = 11}));
   EXPECT_FALSE(gdb->NameExists("Notes"));
 
   // Names already taken up to a number of more digits: the base is cut.
