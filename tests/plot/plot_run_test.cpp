@@ -56,6 +56,13 @@ class PlotRun : public ::testing::Test {
     return p;
   }
 
+  // UTM stands in stands.gpkg: 100 m squares 100 m apart, with these IDs.
+  platform::FeatureLayer RowOfStands(const std::vector<Value>& ids) {
+    std::vector<StandRow> rows;
+    for (const Value& id : ids) rows.push_back({Square(500000 + 200.0 * rows.size(), 4000000, 100), id});
+    return MakeStands(dir / "stands.gpkg", utm, rows);
+  }
+
   std::string MetadataOf(platform::FeatureClass& featureClass) {
     bool failed = false;
     const std::string xml = metadata::ReturnMetadataXMLStringFromDataset(featureClass, failed);
@@ -71,9 +78,7 @@ class PlotRun : public ::testing::Test {
 
 TEST_F(PlotRun, NewClassReportParameterPurposeAndMetadata) {
   const std::string store = dir / "plots.gpkg";
-  const auto stands = MakeStands(dir / "stands.gpkg", utm,
-                                 {{Square(500000, 4000000, 100), "A"}, {Square(500200, 4000000, 100), "B"}});
-  const PlotLayoutResult result = Run(NewClassRun(stands, store));
+  const PlotLayoutResult result = Run(NewClassRun(RowOfStands({"A", "B"}), store));
   ASSERT_TRUE(result.succeeded) << result.failureReport;
   EXPECT_EQ(result.caption, "Analysis Complete:");
   EXPECT_EQ(result.plotsWritten, 18);
@@ -163,7 +168,7 @@ TEST_F(PlotRun, ExistingClassWithCountAnchorBufferAndFieldOrientation) {
 }
 
 TEST_F(PlotRun, NumericPlotIdsStartAboveHighestOnAnEmptyClassAndHistoryOnly) {
-  const auto stands = MakeStands(dir / "stands.gpkg", utm, {{Square(500000, 4000000, 100), "A"}});
+  const auto stands = RowOfStands({"A"});
   auto numbered = testkit::MakeClass(
       dir / "plots.gpkg", testkit::ClassSpec("Numbered", platform::GeometryType::Point, utm,
                                              {Field{"PLOT", "", FieldType::Integer},
@@ -196,11 +201,7 @@ TEST_F(PlotRun, NumericPlotIdsStartAboveHighestOnAnEmptyClassAndHistoryOnly) {
 
 TEST_F(PlotRun, NullStandIdFailsTheRunAndNothingOfItStays) {
   const std::string store = dir / "plots.gpkg";
-  const auto stands = MakeStands(dir / "stands.gpkg", utm,
-                                 {{Square(500000, 4000000, 100), "A"},
-                                  {Square(500200, 4000000, 100), Value{}},
-                                  {Square(500400, 4000000, 100), "C"}});
-  const PlotLayoutResult result = Run(NewClassRun(stands, store));
+  const PlotLayoutResult result = Run(NewClassRun(RowOfStands({"A", Value{}, "C"}), store));
   EXPECT_FALSE(result.succeeded);
   EXPECT_EQ(result.caption, "Analysis Failed:");
   EXPECT_EQ(result.standsDone, 2);
@@ -352,9 +353,7 @@ TEST_F(PlotRun, PlotCountFromAFieldOnAGeographicLayer) {
 }
 
 TEST_F(PlotRun, SelectedStandsOnlyAndAllWhenNoneIsSelected) {
-  auto stands = MakeStands(dir / "stands.gpkg", utm,
-                           {{Square(500000, 4000000, 100), "A"}, {Square(500200, 4000000, 100), "B"},
-                            {Square(500400, 4000000, 100), "C"}});
+  const auto stands = RowOfStands({"A", "B", "C"});
   PlotLayoutParameters p = NewClassRun(stands, dir / "plots.gpkg");
   p.stands.doAllStands = false;
   p.stands.layer.selection = stands.featureClass->Select("StandID = 'C'");
