@@ -53,6 +53,8 @@ void MakeStands(const TempDir& dir, const std::vector<Value>& ids, double side =
 }
 
 const std::string kStands = "--stands stands.gpkg --stand-id StandID";
+const std::string kLayout = "plot-layout " + kStands + " --units meters ";
+const std::string kGrid = kLayout + "--spacing 30,30 ";
 
 // Class Plots (PlotID text) in the store: three points, the second without
 // a shape, which fails a stand ID import or a waypoint file.
@@ -129,10 +131,9 @@ TEST(DataSafety, FailingMidRunChangesNothingInAnyStore) {
   const std::string nullStand = "tarnwick: the plot layout failed at stand '<Null>' (3 of 4): Invalid use of Null";
   for (const Store& store : kStores) {
     SCOPED_TRACE(store.store);
-    const std::string grid = "plot-layout " + kStands + " --units meters --spacing 30,30 ";
     for (const std::string& output : {"--into \"" + std::string(store.layer) + "\" --plot-id-field PlotID",
                                       "--out " + std::string(store.output) + " --overwrite"}) {
-      const CommandRun run = Tarnwick(dir, grid + output);
+      const CommandRun run = Tarnwick(dir, kGrid + output);
       EXPECT_EQ(run.exitCode, 1) << run.err;
       EXPECT_EQ(FirstMessage(run.err), nullStand) << run.err;
       EXPECT_THAT(run.err, HasSubstr(nullStand + nothingChanged));
@@ -164,8 +165,7 @@ TEST(DataSafety, ACommitThatFailsFailsTheRun) {
     // Another program reading the package keeps the run from committing.
     auto reader = platform::OpenFeatureLayer(dir / "inv.gpkg|layername=Plots").featureClass->Search();
     ASSERT_TRUE(reader->NextFeature());
-    const CommandRun run = Tarnwick(dir, "plot-layout " + kStands +
-                                             " --units meters --spacing 30,30 --into inv.gpkg --plot-id-field PlotID");
+    const CommandRun run = Tarnwick(dir, kGrid + "--into inv.gpkg --plot-id-field PlotID");
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_THAT(FirstMessage(run.err),
                 StartsWith("tarnwick: the plot layout failed: Cannot save the edits to 'inv.gpkg'"));
@@ -182,13 +182,12 @@ TEST(DataSafety, PathsThatHoldTheRunsDataAreRefused) {
   std::ofstream(dir / "taken.rtf") << "a report";
   const std::vector<std::string> layers = {"stands.gpkg", "shp/plots.shp"};
   const Picture before = Take(dir, layers);
-  const std::string grid = "plot-layout " + kStands + " --units meters --spacing 30,30 ";
   const std::string waypoints = "waypoints --points shp/plots.shp --plot-id PlotID ";
   ExpectRefused(dir, "", {
-      {grid + "--out stands.gpkg/Stands --overwrite",
+      {kGrid + "--out stands.gpkg/Stands --overwrite",
        "--out 'stands.gpkg/Stands' is the stand layer 'Stands', which this run reads"},
-      {grid + "--out new.gpkg/Plots --report stands.gpkg", "--report 'stands.gpkg' would write over 'stands.gpkg'"},
-      {grid + "--into shp/plots.shp --plot-id-field PlotID --report shp/plots.dbf",
+      {kGrid + "--out new.gpkg/Plots --report stands.gpkg", "--report 'stands.gpkg' would write over 'stands.gpkg'"},
+      {kGrid + "--into shp/plots.shp --plot-id-field PlotID --report shp/plots.dbf",
        "--report 'shp/plots.dbf' would write over"},
       {"import-stand-ids " + kStands + " --points shp/plots.shp --clone --report stands.gpkg",
        "--report 'stands.gpkg' would write over 'stands.gpkg'"},
@@ -200,9 +199,9 @@ TEST(DataSafety, PathsThatHoldTheRunsDataAreRefused) {
   EXPECT_EQ(testkit::ReadFile(dir / "taken.rtf"), "a report");
 
   // The default report never replaces one: it takes the next free number.
-  ASSERT_EQ(Tarnwick(dir, grid + "--out out.gpkg/Plots").exitCode, 0);
+  ASSERT_EQ(Tarnwick(dir, kGrid + "--out out.gpkg/Plots").exitCode, 0);
   const std::string first = testkit::ReadFile(dir / "Plots_report.rtf");
-  ASSERT_EQ(Tarnwick(dir, grid + "--out out.gpkg/Plots --overwrite --orientation 45").exitCode, 0);
+  ASSERT_EQ(Tarnwick(dir, kGrid + "--out out.gpkg/Plots --overwrite --orientation 45").exitCode, 0);
   EXPECT_EQ(testkit::ReadFile(dir / "Plots_report.rtf"), first);
   EXPECT_NE(testkit::ReadFile(dir / "Plots_report_1.rtf").find("45"), std::string::npos);
 }
@@ -251,8 +250,7 @@ TEST(DataSafety, CtrlCRollsBackInEveryStore) {
   for (int i = 0; i < 200; ++i) ids.push_back(Value{"S" + std::to_string(i)});
   MakeStands(dir, ids, 400);  // 40,000 plots a stand at 2 m: far longer than a signal takes
   for (const Store& store : kStores) MakePlots(dir / store.store);
-  const std::string layout = "plot-layout " + kStands + " --units meters ";
-  ASSERT_EQ(Tarnwick(dir, layout + "--spacing 100,100 --out shp/old.shp").exitCode, 0);
+  ASSERT_EQ(Tarnwick(dir, kLayout + "--spacing 100,100 --out shp/old.shp").exitCode, 0);
   std::vector<std::string> layers = {"shp/old.shp"};
   std::vector<std::string> runs = {"--overwrite --out shp/old.shp"};
   for (const Store& store : kStores) {
@@ -262,7 +260,7 @@ TEST(DataSafety, CtrlCRollsBackInEveryStore) {
   const Picture before = Take(dir, layers);
   for (const std::string& output : runs) {
     SCOPED_TRACE(output);
-    BackgroundRun run(dir, layout + "--spacing 2,2 " + output);
+    BackgroundRun run(dir, kLayout + "--spacing 2,2 " + output);
     ASSERT_TRUE(run.WaitFor("Generating Plots in Stands")) << run.Messages();
     run.Signal(SIGINT);
     EXPECT_EQ(run.Finish(), 130);
@@ -306,8 +304,7 @@ TEST(DataSafety, AFullDiskFailsTheRunAndKeepsTheOldOutput) {
     SCOPED_TRACE(c.output);
     MakePlots(platform::SplitClassPath(dir / c.output).workspace);
     const Picture before = Take(dir, {c.layer});
-    const CommandRun run = Tarnwick(
-        dir, "plot-layout " + kStands + " --units meters --spacing 0.5,0.5 --overwrite --out " + c.output);
+    const CommandRun run = Tarnwick(dir, kLayout + "--spacing 0.5,0.5 --overwrite --out " + c.output);
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_THAT(FirstMessage(run.err), StartsWith("tarnwick: the plot layout failed at stand '")) << run.err;
     EXPECT_THAT(FirstMessage(run.err), HasSubstr(c.reason));
@@ -333,8 +330,7 @@ TEST(DataSafety, ASecondRunOnADatasetInUseIsRefused) {
   TempDir dir;
   MakeStands(dir, {Value{"A"}});
   MakePlots(dir / "shp");
-  const std::string into = "plot-layout " + kStands +
-                           " --units meters --spacing 30,30 --into shp/plots.shp --plot-id-field PlotID";
+  const std::string into = kGrid + "--into shp/plots.shp --plot-id-field PlotID";
   const std::string inUse = "tarnwick: 'shp/plots.shp' is in use by another run (process " +
                             std::to_string(::getpid()) + "); try again when it has finished. Nothing was changed.";
   {
@@ -357,7 +353,7 @@ TEST(DataSafety, HangProneNumbersAreRefusedBeforeAnythingIsWritten) {
   TempDir dir;
   MakeStands(dir, {Value{"A"}, Value{"B"}}, 100, Value{HUGE_VAL});
   const Picture before = Take(dir, {"stands.gpkg"});
-  const std::string run = "plot-layout " + kStands + " --units meters --out out.gpkg/Plots ";
+  const std::string run = kLayout + "--out out.gpkg/Plots ";
   ExpectRefused(dir, run, {
       {"--plots 5 --orientation 1e308", "--orientation '1e308': the orientation must be at most 360"},
       {"--plots 5 --orientation inf", "No Grid Orientation Specified!"},
@@ -427,7 +423,7 @@ TEST(DataSafety, DamagedFilesAreNamedWithTheReason) {
 TEST(DataSafety, BadArgumentsGiveOneLineNamingTheOptionAndValue) {
   TempDir dir;
   MakeStands(dir, {Value{"A"}});
-  const std::string run = "plot-layout " + kStands + " --units meters --out out.gpkg/Plots ";
+  const std::string run = kLayout + "--out out.gpkg/Plots ";
   const std::pair<std::string, std::string> cases[] = {
       {"--spacing 0,10", "--spacing '0,10': the X spacing must be greater than 0"},
       {"--spacing 1e12,10", "--spacing '1e12,10': the X spacing must be at most 1000000000"},
