@@ -9,10 +9,13 @@
 
 #include <cmath>
 #include <csignal>
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cli/tarnwick_program.h"
@@ -216,8 +219,10 @@ class BackgroundRun {
     char line[32];
     if (err_ && std::fgets(line, sizeof line, err_)) pid_ = std::atoi(line);
   }
-  ~BackgroundRun() {
-    if (err_) ::pclose(err_);
+  ~BackgroundRun() {  // a run the test left unfinished is stopped, not waited for
+    if (!err_) return;
+    Signal(SIGKILL);
+    ::pclose(err_);
   }
   // Reads the messages up to the line that starts with start; false at their end.
   bool WaitFor(const std::string& start) {
