@@ -69,10 +69,10 @@ TEST(DuplicatePlotIDs, ListsRepeatedIdsInOrderOfFirstAppearanceWithProgress) {
   const Value seven{std::int64_t{7}}, nine{std::int64_t{9}};
   EXPECT_EQ(check({nine, seven, Value{std::int64_t{8}}, seven, nine, nine}),
             "Duplicate Plot IDs Found:\r\n  --> 9:  n = 3\r\n  --> 7:  n = 2\r\n");
-  EXPECT_EQ(check({Value{}, Value{std::string("A")}, Value{}}), "Duplicate Plot IDs Found:\r\n  --> <Null>:  n = 2\r\n");
+  EXPECT_EQ(check({Value{}, Value{"A"}, Value{}}), "Duplicate Plot IDs Found:\r\n  --> <Null>:  n = 2\r\n");
   EXPECT_EQ(check({seven, nine}), "");
   EXPECT_EQ(check({}), "No Features Found...");
-  EXPECT_EQ(check(std::vector<Value>(1500, Value{std::string("P1")})),
+  EXPECT_EQ(check(std::vector<Value>(1500, Value{"P1"})),
             "Duplicate Plot IDs Found:\r\n  --> P1:  n = 1,500\r\n");
 
   // The bar between empty and full (the dialog's test sees both ends).
