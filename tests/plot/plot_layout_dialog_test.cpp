@@ -33,6 +33,14 @@ TEST_F(PlotDialogTest, StartsWithoutLayersAndFallsBackToTheDocumentFolder) {
   d.Fire("cmdCancel", ControlEvent::Click);
   EXPECT_TRUE(d.unloaded);
   EXPECT_EQ(extension.PlotLayoutForm, nullptr);
+
+  // A geodatabase that is there but cannot be opened any more is passed over
+  // the same way, so that the dialog still opens.
+  std::filesystem::create_directory(dir / "broken.gdb");
+  std::ofstream(dir / "broken.gdb/gdb") << "not a geodatabase";
+  extension.DirectoryPath = dir / "broken.gdb";
+  EXPECT_EQ(Open()["txtOutput"].text, dir / "Plots_1.shp");
+  EXPECT_TRUE(app.windows.empty());
 }
 
 TEST_F(PlotDialogTest, GuessesFieldsFromTheLearntNamesTheLastMatchWinning) {
