@@ -117,31 +117,28 @@ TEST(Keywords, GivenListsReplaceTheirKeysAndAbsentOrEmptyListsLeaveThem) {
   EXPECT_EQ(LastElementIndex(set, "dataIdInfo/themeKeys/keyword"), 1);
 }
 
-class AttributeFieldInDocument : public ::testing::Test {
- protected:
-  void SetUp() override {
-    set.SetPropertyX("eainfo/detailed/attr[0]/attrlabl", "FID");
-    set.SetPropertyX("eainfo/detailed/attr[1]/attrlabl", " StandID ");
-    set.SetPropertyX("eainfo/detailed/attr[1]/attrdef", "old definition");
-    set.SetPropertyX("eainfo/detailed/attr[1]/attrdomv/udom", "old udom");
-  }
+// attr[0] FID and attr[1] " StandID " with an old definition and domain.
+MetadataPropertySet TwoAttributes() {
   MetadataPropertySet set;
-  const std::string attr = "eainfo/detailed/attr[1]/";
-};
+  set.SetPropertyX("eainfo/detailed/attr[0]/attrlabl", "FID");
+  set.SetPropertyX("eainfo/detailed/attr[1]/attrlabl", " StandID ");
+  set.SetPropertyX("eainfo/detailed/attr[1]/attrdef", "old definition");
+  set.SetPropertyX("eainfo/detailed/attr[1]/attrdomv/udom", "old udom");
+  return set;
+}
 
-TEST_F(AttributeFieldInDocument, FieldIsFoundTrimmedAndWithoutRegardToCase) {
+TEST(AttributeFieldInDocument, FoundTrimmedAnyCaseWrittenWithoutBlanksAndClearedOnlyWhenAsked) {
+  const std::string attr = "eainfo/detailed/attr[1]/";
+  MetadataPropertySet set = TwoAttributes();
   EXPECT_EQ(AttributeFieldIndex(set, "standid"), 1);
   EXPECT_EQ(AttributeFieldIndex(set, "FID "), 0);
   EXPECT_EQ(AttributeFieldIndex(set, "PlotID"), -1);
-}
 
-TEST_F(AttributeFieldInDocument, WritesNonBlankPartsAndSkipsAllBlankEnumeratedColumns) {
-  // The range minimum is blank once trimmed.
-  const AttributeFieldMetadata f{
-      .definition = "ID Value of stand", .definitionSource = "Stands", .rangeMinimum = "  ", .units = "Stand ID Values",
-      .enumerated = EnumeratedDomain{{{"1", "One", "Me"}, {"", " ", ""}, {"2", "", "You"}}, false}, .clearFirst = true};
-  SetAttributeFieldInDocument(set, 1, f);
-  // The all-blank column used no index.
+  // The range minimum is blank once trimmed; the all-blank enumerated column uses no index.
+  SetAttributeFieldInDocument(
+      set, 1,
+      {.definition = "ID Value of stand", .definitionSource = "Stands", .rangeMinimum = "  ", .units = "Stand ID Values",
+       .enumerated = EnumeratedDomain{{{"1", "One", "Me"}, {"", " ", ""}, {"2", "", "You"}}, false}, .clearFirst = true});
   ExpectProperties(set,
                    {{"attrdef", "ID Value of stand"}, {"attrdefs", "Stands"},
                     {"attrdomv/rdom/attrunit", "Stand ID Values"}, {"attrdomv/edom[0]/edomv", "1"},
@@ -149,13 +146,12 @@ TEST_F(AttributeFieldInDocument, WritesNonBlankPartsAndSkipsAllBlankEnumeratedCo
                    attr);
   ExpectAbsent(set, {"attrdomv/rdom/rdommin", "attrdomv/udom" /* cleared first */, "attrdomv/edom[1]/edomvd"}, attr);
   EXPECT_EQ(LastElementIndex(set, attr + "attrdomv/edom"), 1);
-}
 
-TEST_F(AttributeFieldInDocument, WithoutClearingOldPartsStayAndWrongShapeLeavesEnumeratedOut) {
-  const AttributeFieldMetadata f{.definition = "new definition", .enumerated = EnumeratedDomain{{{"1", "One", "Me"}}, true}};
-  SetAttributeFieldInDocument(set, 1, f);
-  ExpectProperties(set, {{"attrdef", "new definition"}, {"attrdomv/udom", "old udom"}}, attr);
-  ExpectAbsent(set, {"attrdomv/edom"}, attr);
+  // Without clearing the old parts stay; an enumeration of the wrong shape is left out.
+  MetadataPropertySet kept = TwoAttributes();
+  SetAttributeFieldInDocument(kept, 1, {.definition = "new definition", .enumerated = EnumeratedDomain{{{"1", "One", "Me"}}, true}});
+  ExpectProperties(kept, {{"attrdef", "new definition"}, {"attrdomv/udom", "old udom"}}, attr);
+  ExpectAbsent(kept, {"attrdomv/edom"}, attr);
 }
 
 TEST(MetadataPropertySet, KeysAddressRepeatedElementsFromZero) {
@@ -180,10 +176,8 @@ TEST(MetadataPropertySet, KeysAddressRepeatedElementsFromZero) {
   EXPECT_NE(bare.GetProperty("mdContact[0]"), "");
   test::ExpectProperties(bare, {{"mdContact[0]/role/RoleCd/@value", "007"}, {"mdContact[0]/role/RoleCd", ""}});
   EXPECT_EQ(LastElementIndex(bare, "mdContact"), 0);
-}
 
-TEST(MetadataPropertySet, DeleteRemovesEveryMatchOfAnUnindexedKeyAndOnlyTheNamedIndexOtherwise) {
-  MetadataPropertySet set;
+  // Deleting an indexed key removes that element only; an unindexed one every match.
   for (int i = 0; i < 3; ++i) set.SetPropertyX("dataIdInfo/themeKeys/keyword[" + std::to_string(i) + "]", "k" + std::to_string(i));
   set.DeleteProperty("dataIdInfo/themeKeys/keyword[1]");
   EXPECT_EQ(set.GetProperty("dataIdInfo/themeKeys/keyword[1]"), "k2");
@@ -192,7 +186,7 @@ TEST(MetadataPropertySet, DeleteRemovesEveryMatchOfAnUnindexedKeyAndOnlyTheNamed
   set.DeleteProperty("never/there");  // harmless
 }
 
-TEST(MetadataPropertySet, TextIsEscapedAndSurvivesARoundTrip) {
+TEST(MetadataPropertySet, TextIsEscapedAndReadBackWhileDamagedTextAndMalformedKeysAreRefused) {
   MetadataPropertySet set;
   set.InitExisting({2024, 3, 5, 7, 8, 9});
   set.SetPropertyX("dataIdInfo/idAbs", "Stands < 5 ha & \"odd\" names");
@@ -201,12 +195,9 @@ TEST(MetadataPropertySet, TextIsEscapedAndSurvivesARoundTrip) {
   EXPECT_EQ(reread.GetProperty("dataIdInfo/idAbs"), "Stands < 5 ha & \"odd\" names");
   EXPECT_EQ(reread.GetProperty("Esri/CreaDate"), "20240305");
   EXPECT_EQ(reread.GetProperty("Esri/CreaTime"), "07080900");
-}
 
-TEST(MetadataPropertySet, RejectsDamagedTextAndMalformedKeys) {
   EXPECT_THROW(MetadataPropertySet::FromXml("<metadata><a>1</metadata>"), std::invalid_argument);
   EXPECT_THROW(MetadataPropertySet::FromXml(""), std::invalid_argument);
-  MetadataPropertySet set;
   EXPECT_THROW(set.SetPropertyX("a[x]/b", "1"), std::invalid_argument);
   EXPECT_THROW(set.SetPropertyX("a//b", "1"), std::invalid_argument);
   EXPECT_THROW(set.GetProperty("a/@v/b"), std::invalid_argument);
