@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <sys/stat.h>
 
@@ -31,7 +32,7 @@ class WorkspaceStores : public ::testing::TestWithParam<testkit::StoreCase> {
   std::shared_ptr<Workspace> workspace;
 };
 
-TEST_P(WorkspaceStores, CreateInsertReadUpdate) {
+TEST_P(WorkspaceStores, CreateInsertReadUpdateCopyAddFieldsAndDelete) {
   const testkit::StoreCase& store = GetParam();
   auto plots = CreatePlots();
   EXPECT_EQ(workspace->Kind(), store.kind);
@@ -135,16 +136,13 @@ TEST_P(WorkspaceStores, CreateInsertReadUpdate) {
   }
   insert->Flush();
   EXPECT_EQ(copies->FeatureCount(), 5);
-}
 
-TEST_P(WorkspaceStores, AddFieldToExistingClassAndNames) {
-  auto plots = CreatePlots();
+  // Fields added to a class that holds rows, and a row written into them.
   plots->AddField(Field{"NOTE", "", FieldType::String, 40});
   plots->AddField(Field{"WEIGHT", "", FieldType::Single});
   plots->AddField(Field{"VISITED", "", FieldType::Date});
   ASSERT_EQ(plots->Fields().size(), 9u);
   EXPECT_EQ(plots->Fields()[6].length, 40);
-
   {
     auto cursor = plots->Insert();
     Feature buffer = cursor->CreateFeatureBuffer();
@@ -155,24 +153,25 @@ TEST_P(WorkspaceStores, AddFieldToExistingClassAndNames) {
     cursor->InsertFeature(buffer);
     cursor->Flush();
   }
-
   const auto features = testkit::ReadAll(*plots);
-  ASSERT_EQ(features.size(), 1u);
-  EXPECT_EQ(std::get<std::string>(features[0].values[6]), "late field");
-  EXPECT_DOUBLE_EQ(std::get<double>(features[0].values[7]), 1.5);
+  ASSERT_EQ(features.size(), 6u);
+  EXPECT_EQ(testkit::Column(*plots, "STAND_ID"), (std::vector<Value>{"A1", "ZZ", "A1", "B2", "A1", Value{}}));
+  EXPECT_EQ(std::get<std::string>(features[5].values[6]), "late field");
+  EXPECT_DOUBLE_EQ(std::get<double>(features[5].values[7]), 1.5);
   // Shapefiles keep the day only.
-  EXPECT_EQ(std::get<std::string>(features[0].values[8]),
-            GetParam().kind == WorkspaceKind::ShapefileFolder ? "2024-03-05T00:00:00" : "2024-03-05T10:20:30");
-  EXPECT_TRUE(features[0].shape.IsNull());
+  EXPECT_EQ(std::get<std::string>(features[5].values[8]),
+            store.kind == WorkspaceKind::ShapefileFolder ? "2024-03-05T00:00:00" : "2024-03-05T10:20:30");
+  EXPECT_TRUE(features[5].shape.IsNull());
 
   EXPECT_TRUE(workspace->NameExists("PLOTS"));
   EXPECT_FALSE(workspace->NameExists("Stands"));
-  EXPECT_EQ(workspace->FeatureClassNames(), std::vector<std::string>{"Plots"});
+  auto names = Workspace::Open(workspace->PathName())->FeatureClassNames();
+  std::sort(names.begin(), names.end());
+  EXPECT_EQ(names, (std::vector<std::string>{"Copies", "Plots"}));
   EXPECT_EQ(SplitClassPath(plots->FullPath()).workspace, workspace->PathName());
   const FeatureLayer layer = OpenFeatureLayer(plots->FullPath());
   EXPECT_EQ(layer.name, "Plots");
-  EXPECT_EQ(layer.featureClass->FeatureCount(), 1);
-
+  EXPECT_EQ(layer.featureClass->FeatureCount(), 6);
   workspace->DeleteFeatureClass("Plots");
   EXPECT_FALSE(workspace->NameExists("Plots"));
 }

@@ -29,7 +29,7 @@ TEST(CommandTable, ToolbarItemsTextsAndEnabledRules) {
   }
   EXPECT_EQ(ids, (std::vector<std::string>{"Tarnwick.cmdTNWKWPConverter", "Tarnwick.clsPlotLayout",
                                            "Tarnwick.clsTransferStandIDs", "Tarnwick.clsSelPointTool"}));
-  EXPECT_EQ(groups, (std::vector<bool>{false, false, false, true}));
+  EXPECT_EQ(groups, (std::vector<bool>{false, false, false, true}));  // a separator before the anchor tool
   EXPECT_EQ(clsTarnwickToolbar::Caption, "Tarnwick Tools");
 
   const CommandInfo* tool = FindCommand("Tarnwick.clsSelPointTool");
@@ -82,7 +82,7 @@ struct Desktop {
   }
 };
 
-TEST(ModalCommand, CancelRunsNothingAndAnEmptyReportShowsFunctionFailed) {
+TEST(ModalCommand, CancelRunsNothingAnEmptyReportShowsFunctionFailedAndFailuresEndAtTheClick) {
   Desktop desktop;
   desktop.Converter(false, "{\\rtf1 done}").OnClick();
   EXPECT_TRUE(desktop.driverRuns.empty() && desktop.app.reports.empty() && !desktop.document.IsDirty());
@@ -96,23 +96,22 @@ TEST(ModalCommand, CancelRunsNothingAndAnEmptyReportShowsFunctionFailed) {
 
   desktop.Converter(true, "{\\rtf1 done}").OnClick();
   EXPECT_EQ(desktop.app.reports.at(1).text, "{\\rtf1 done}");
-}
 
-TEST(ModalCommand, FailuresEndAtTheClickWithoutAReport) {
-  Desktop desktop;
-  desktop.Converter(true, "throw").OnClick();
-  EXPECT_TRUE(desktop.app.reports.empty() && !desktop.document.IsDirty());
-  ASSERT_EQ(desktop.app.windows.size(), 1u);
-  EXPECT_NE(desktop.app.windows[0].find("ICommand_OnClick  ..\\cmdTNWKWPConverter.cls"), std::string::npos);
-  EXPECT_NE(desktop.app.windows[0].find("driver broke"), std::string::npos);
+  // A failing driver ends at the click on the error road, without a report.
+  Desktop failing;
+  failing.Converter(true, "throw").OnClick();
+  EXPECT_TRUE(failing.app.reports.empty() && !failing.document.IsDirty());
+  ASSERT_EQ(failing.app.windows.size(), 1u);
+  EXPECT_NE(failing.app.windows[0].find("ICommand_OnClick  ..\\cmdTNWKWPConverter.cls"), std::string::npos);
+  EXPECT_NE(failing.app.windows[0].find("driver broke"), std::string::npos);
 
   // Without an extension the click fails on the error road, not in the host.
   clsTransferStandIDs orphan([] { return std::make_unique<FakeDialog>(true); },
                              [](HostArray&, const std::any&) { return std::string(); });
-  orphan.OnCreate(desktop.app, desktop.document, nullptr);
+  orphan.OnCreate(failing.app, failing.document, nullptr);
   orphan.OnClick();
-  ASSERT_EQ(desktop.app.windows.size(), 2u);
-  EXPECT_NE(desktop.app.windows[1].find("..\\clsTransferStandIDs.cls"), std::string::npos);
+  ASSERT_EQ(failing.app.windows.size(), 2u);
+  EXPECT_NE(failing.app.windows[1].find("..\\clsTransferStandIDs.cls"), std::string::npos);
 }
 
 class FakeModelessDialog : public ModelessToolDialog, public ModelessFrame {
@@ -151,7 +150,7 @@ class MemoryStream : public ValueStream {
   std::deque<StreamValue> values;
 };
 
-TEST(Extension, SaveAndLoadRoundTripAndRepair) {
+TEST(Extension, SaveAndLoadRoundTripRepairAndStartup) {
   clsExtension saved;
   saved.StandIDHistory = "StandID,Stand_ID,ID,Block";
   saved.SeparationUnitIndex = 2;
@@ -187,6 +186,19 @@ TEST(Extension, SaveAndLoadRoundTripAndRepair) {
   loaded.Load(again);
   loaded.Save(again);
   EXPECT_EQ(again.values, before);
+
+  // Started without a store type, an extension falls back to a shapefile folder.
+  clsExtension fresh;
+  fresh.Startup();
+  EXPECT_EQ(fresh.XSpacing, 0);  // the dialog shows 1; the extension keeps 0
+  clsExtension typeless;
+  typeless.DirectoryPath = "/data";
+  typeless.IsFeatureDataset = true;
+  typeless.Startup();
+  for (const clsExtension* e : {&fresh, &typeless}) {
+    EXPECT_EQ(std::make_tuple(e->DirectoryType, e->DirectoryPath, e->IsFeatureDataset),
+              std::make_tuple(std::string("Shapefile"), std::string(), false));
+  }
 }
 
 TEST(Extension, ShortOrBadStreamKeepsWhatWasReadAndReportsOnce) {
@@ -215,20 +227,6 @@ TEST(Extension, ShortOrBadStreamKeepsWhatWasReadAndReportsOnce) {
   partly.Load(bad);
   EXPECT_EQ(partly.PlotCountHistory, source.PlotCountHistory);
   EXPECT_EQ(app.windows.size(), 2u);
-}
-
-TEST(Extension, StartupFallsBackToShapefileFolder) {
-  clsExtension fresh;
-  fresh.Startup();
-  EXPECT_EQ(fresh.XSpacing, 0);  // the dialog shows 1; the extension keeps 0
-  clsExtension typeless;
-  typeless.DirectoryPath = "/data";
-  typeless.IsFeatureDataset = true;
-  typeless.Startup();
-  for (const clsExtension* e : {&fresh, &typeless}) {
-    EXPECT_EQ(std::make_tuple(e->DirectoryType, e->DirectoryPath, e->IsFeatureDataset),
-              std::make_tuple(std::string("Shapefile"), std::string(), false));
-  }
 }
 
 }  // namespace
