@@ -64,6 +64,12 @@ class PlotRun : public ::testing::Test {
     return MakeStands(dir / "stands.gpkg", utm, rows);
   }
 
+  // A 30 m grid over stands of these rows (kept in `stands`) into plots.gpkg.
+  PlotLayoutParameters GridOver(const std::vector<StandRow>& rows, const SpatialReference& sr) {
+    stands = MakeStands(dir / "stands.gpkg", sr, rows);
+    return NewClassRun(stands, dir / "plots.gpkg");
+  }
+
   std::string MetadataOf(platform::FeatureClass& featureClass) {
     bool failed = false;
     const std::string xml = metadata::ReturnMetadataXMLStringFromDataset(featureClass, failed);
@@ -75,6 +81,7 @@ class PlotRun : public ::testing::Test {
   testkit::FakeApplication app;
   platform::host::MemoryMapDocument document;
   const SpatialReference utm = SpatialReference::FromEpsg(26910);
+  platform::FeatureLayer stands;
 };
 
 TEST_F(PlotRun, NewClassReportParameterPurposeAndMetadata) {
@@ -229,10 +236,8 @@ TEST_F(PlotRun, NullStandIdFailsTheRunAndNothingOfItStays) {
 
 // Stands without a spatial reference are the command line's plot layout test.
 TEST_F(PlotRun, ZeroSpacingFromAFieldFailsTheRun) {
-  const auto stands = MakeStands(dir / "stands.gpkg", utm,
-                                 {{Square(500000, 4000000, 100), "A", {}, 30.0, 30.0},
-                                  {Square(500200, 4000000, 100), "B", {}, 0.0, 30.0}});
-  PlotLayoutParameters p = NewClassRun(stands, dir / "plots.gpkg");
+  PlotLayoutParameters p = GridOver(
+      {{Square(500000, 4000000, 100), "A", {}, 30.0, 30.0}, {Square(500200, 4000000, 100), "B", {}, 0.0, 30.0}}, utm);
   p.spacing = SpacingFromFields{kXSpacingIndex, FieldAt(stands, kXSpacingIndex), kYSpacingIndex,
                                 FieldAt(stands, kYSpacingIndex)};
   const PlotLayoutResult result = Run(p);
@@ -242,11 +247,10 @@ TEST_F(PlotRun, ZeroSpacingFromAFieldFailsTheRun) {
 }
 
 TEST_F(PlotRun, BufferThatEliminatesAStandIsNoted) {
-  const auto stands = MakeStands(dir / "stands.gpkg", utm,
-                                 {{Square(500000, 4000000, 100), "Wide"},
-                                  {"POLYGON((500200 4000000,500300 4000000,500300 4000030,500200 4000030,500200 4000000))",
-                                   "Thin"}});
-  PlotLayoutParameters p = NewClassRun(stands, dir / "plots.gpkg");
+  PlotLayoutParameters p = GridOver(
+      {{Square(500000, 4000000, 100), "Wide"},
+       {"POLYGON((500200 4000000,500300 4000000,500300 4000030,500200 4000030,500200 4000000))", "Thin"}},
+      utm);
   p.spacing = ManualSpacing{10, 10};
   p.buffer = {20, "Meters"};
   PlotLayoutResult result = Run(p);
@@ -271,10 +275,8 @@ TEST_F(PlotRun, BufferThatEliminatesAStandIsNoted) {
 
 TEST_F(PlotRun, SelfIntersectingStandIsRepairedBeforeTheGrid) {
   // A bow tie: two 100 m triangles meeting at (500050, 4000050).
-  const auto stands = MakeStands(
-      dir / "stands.gpkg", utm,
-      {{"POLYGON((500000 4000000,500100 4000100,500100 4000000,500000 4000100,500000 4000000))", "Bow"}});
-  PlotLayoutParameters p = NewClassRun(stands, dir / "plots.gpkg");
+  PlotLayoutParameters p =
+      GridOver({{"POLYGON((500000 4000000,500100 4000100,500100 4000000,500000 4000100,500000 4000000))", "Bow"}}, utm);
   p.spacing = ManualSpacing{10, 10};
   const PlotLayoutResult result = Run(p);
   ASSERT_TRUE(result.succeeded) << result.failureReport;
@@ -291,7 +293,7 @@ TEST_F(PlotRun, SelfIntersectingStandIsRepairedBeforeTheGrid) {
 }
 
 TEST_F(PlotRun, LatticePassesThroughTheAnchor) {
-  const auto stands = MakeStands(dir / "stands.gpkg", utm, {{Square(500000, 4000000, 300), "A"}});
+  PlotLayoutParameters p = GridOver({{Square(500000, 4000000, 300), "A"}}, utm);
   const XY anchor{499871.3, 4000512.9};  // outside the stand
   const double k = 3.14159265358979323846 / 180;
   // Steps from the anchor along the row (123 degrees) and column (33 degrees)
@@ -300,7 +302,6 @@ TEST_F(PlotRun, LatticePassesThroughTheAnchor) {
     const double dx = p.x - anchor.x, dy = p.y - anchor.y;
     return XY{(dx * std::sin(123 * k) + dy * std::cos(123 * k)) / 30, (dx * std::sin(33 * k) + dy * std::cos(33 * k)) / 30};
   };
-  PlotLayoutParameters p = NewClassRun(stands, dir / "plots.gpkg");
   p.orientation = ConstantOrientation{33};
   p.anchor = ClickedAnchor{anchor.x, anchor.y, utm, std::nullopt, platform::TransformDirection::Forward};
   const PlotLayoutResult result = Run(p);
@@ -315,13 +316,11 @@ TEST_F(PlotRun, LatticePassesThroughTheAnchor) {
 }
 
 TEST_F(PlotRun, PlotCountFromAFieldOnAGeographicLayer) {
-  const SpatialReference nad83 = SpatialReference::FromEpsg(4269);
-  const auto stands = MakeStands(
-      dir / "stands.gpkg", nad83,
+  PlotLayoutParameters p = GridOver(
       {{"POLYGON((-122.010 45.000,-121.995 45.000,-121.995 45.010,-122.003 45.004,-122.010 45.010,-122.010 45.000))",
         "G1", std::int64_t{20}},
-       {Square(-121.990, 45.000, 0.01), "G2", std::int64_t{0}}});
-  PlotLayoutParameters p = NewClassRun(stands, dir / "plots.gpkg");
+       {Square(-121.990, 45.000, 0.01), "G2", std::int64_t{0}}},
+      SpatialReference::FromEpsg(4269));
   p.units = "";
   p.spacing = PlotsFromField{kPlotsIndex, FieldAt(stands, kPlotsIndex), SpacingRatio::Of(SpacingRatioOption::Square)};
   p.buffer = {10, "Meters"};

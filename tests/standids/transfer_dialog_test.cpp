@@ -120,12 +120,8 @@ TEST(CheckTransferStandIDChoices, RefusesInControlOrderWithTheDialogsTexts) {
   auto bare = testkit::MakeClass(inv.store, testkit::ClassSpec("Bare", platform::GeometryType::Point, {}));
   const TransferStandIDChoices good{
       Layer(inv.stands, "Stands"), "StandID", {"Age"}, Layer(inv.plots, "Plots"), kClonePolygonFieldEntry};
-  struct Case {
-    std::function<void(TransferStandIDChoices&)> change;
-    std::string text;  // the start of the message
-    std::string control;
-  };
-  const std::vector<Case> cases = {
+  // A change to good choices, the start of its refusal and the control marked.
+  const std::vector<std::tuple<std::function<void(TransferStandIDChoices&)>, std::string, std::string>> cases = {
       {[&](auto& c) { c.standLayer = Layer(inv.plots, "Plots"); }, "The stand layer 'Plots' is not a polygon",
        "lbxLayers"},
       {[](auto& c) { c.standIdField = kSelectFieldEntry; }, "Please select a Stand ID field!", "cbxStandID"},
@@ -145,14 +141,14 @@ TEST(CheckTransferStandIDChoices, RefusesInControlOrderWithTheDialogsTexts) {
       {[&](auto& c) { c.pointLayer = Layer(bare, "Bare"); },
        "There is a problem with the spatial reference for 'Bare':\n\n  --> Spatial Reference is unknown!", ""},
   };
-  for (const auto& test : cases) {
+  for (const auto& [change, text, control] : cases) {
     TransferStandIDChoices choices = good;
-    test.change(choices);
+    change(choices);
     const auto checked = CheckTransferStandIDChoices(inv.app, choices);
     const CheckMessage* refusal = Refusal(checked);
-    ASSERT_NE(refusal, nullptr) << test.text;
-    EXPECT_EQ(refusal->text.substr(0, test.text.size()), test.text);
-    EXPECT_EQ(refusal->control, test.control) << test.text;
+    ASSERT_NE(refusal, nullptr) << text;
+    EXPECT_EQ(refusal->text.substr(0, text.size()), text);
+    EXPECT_EQ(refusal->control, control) << text;
   }
   const auto checked = CheckTransferStandIDChoices(inv.app, good);
   ASSERT_EQ(Refusal(checked), nullptr);

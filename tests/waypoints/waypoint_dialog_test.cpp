@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <tuple>
 
 #include "platform/host/memory_map_document.h"
 #include "shell/commands.h"
@@ -239,13 +240,8 @@ TEST(FindWaypointField, EachRoleTakesItsKindsOfField) {
                             Field{"Visited", "", FieldType::Date}},
                            {});
   const platform::FeatureLayer layer{"Plots", points, {}, true};
-  struct Case {
-    std::string field;
-    WaypointFieldRole role;
-    std::string refusal;  // "" when the field serves
-    std::string control;
-  };
-  const std::vector<Case> cases = {
+  // The field, its role, the refusal ("" when the field serves) and the control marked.
+  const std::vector<std::tuple<std::string, WaypointFieldRole, std::string, std::string>> cases = {
       {"Name", WaypointFieldRole::PlotID, "", ""},
       {"plotid", WaypointFieldRole::Elevation, "", ""},
       {"Nope", WaypointFieldRole::PlotID, "The point layer 'Plots' has no field 'Nope' (Plot ID).", "lbxFields"},
@@ -254,11 +250,11 @@ TEST(FindWaypointField, EachRoleTakesItsKindsOfField) {
       {"Visited", WaypointFieldRole::StandID,
        "The field 'Visited' cannot serve as Stand ID: it must be a text or numeric field.", "lbxStandFields"},
   };
-  for (const auto& test : cases) {
-    const auto found = FindWaypointField(layer, test.field, test.role);
+  for (const auto& [field, role, text, control] : cases) {
+    const auto found = FindWaypointField(layer, field, role);
     const CheckMessage* refusal = Refusal(found);
-    EXPECT_EQ(refusal ? refusal->text : "", test.refusal) << test.field;
-    EXPECT_EQ(refusal ? refusal->control : "", test.control) << test.field;
+    EXPECT_EQ(refusal ? refusal->text : "", text) << field;
+    EXPECT_EQ(refusal ? refusal->control : "", control) << field;
   }
 }
 
