@@ -1,5 +1,8 @@
 #include "argument_checks.h"
 
+#include <algorithm>
+#include <optional>
+
 #include "usage_error.h"
 
 namespace tarnwick::cli {
@@ -10,9 +13,18 @@ namespace {
   throw UsageError(std::string(option) + " '" + text + "': " + problem);
 }
 
+// A number as the dialogs read one: "2,5" is 2.5 as well.
+std::optional<double> ReadNumber(const std::string& text) {
+  if (auto value = ParseNumber(text)) return value;
+  if (std::count(text.begin(), text.end(), ',') != 1 || text.find('.') != std::string::npos) return std::nullopt;
+  std::string pointed = text;
+  pointed[pointed.find(',')] = '.';
+  return ParseNumber(pointed);
+}
+
 double Checked(std::string_view option, const std::string& text, const std::string& part, std::string_view what,
                const NumberLimits& limits) {
-  const auto value = ParseNumber(part);
+  const auto value = ReadNumber(part);
   if (!value) Refuse(option, text, std::string(what) + " must be a number");
   if (const std::string problem = NumberProblem(*value, limits); !problem.empty()) {
     Refuse(option, text, std::string(what) + " " + problem);
