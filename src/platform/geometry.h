@@ -104,6 +104,10 @@ class PreparedPolygon {
   PreparedPolygon(PreparedPolygon&&) noexcept;
   PreparedPolygon& operator=(PreparedPolygon&&) noexcept;
   bool Covers(double x, double y) const;
+  // True when the polygon is one ring, without holes, that neither touches
+  // nor crosses itself, which makes it valid. False leaves validity open
+  // (Geometry::IsKnownSimple decides it).
+  bool PlainlyValid() const;
   // Removes the points that are not covered, keeping the order of the rest.
   void KeepCovered(std::vector<XY>& points) const;
 

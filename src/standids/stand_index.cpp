@@ -17,12 +17,15 @@ StandIndex::StandIndex(platform::FeatureClass& stands, const std::vector<int>& v
       values.reserve(valueFieldIndexes.size());
       for (int index : valueFieldIndexes) values.push_back(feature->values.at(static_cast<size_t>(index)));
       platform::Geometry shape = std::move(feature->shape);
-      if (!shape.IsKnownSimple()) {
+      platform::PreparedPolygon polygon(shape);
+      // Most stands are one plain ring; only the others need GEOS's verdict.
+      if (!polygon.PlainlyValid() && !shape.IsKnownSimple()) {
         repaired_.push_back({feature->oid, values.empty() ? platform::Value{} : values.front()});
         shape = shape.Simplify();
         if (shape.IsEmpty()) continue;
+        polygon = platform::PreparedPolygon(shape);
       }
-      stands_.push_back(Stand{shape.GetEnvelope(), platform::PreparedPolygon(shape), std::move(values)});
+      stands_.push_back(Stand{shape.GetEnvelope(), std::move(polygon), std::move(values)});
     }
     BuildGrid();
   });
@@ -49,28 +52,37 @@ void StandIndex::BuildGrid() {
   rows_ = std::clamp(static_cast<int>(std::ceil(cells / columns_)), 1, 4096);
   cellWidth_ = width / columns_;
   cellHeight_ = height / rows_;
-  cells_.assign(static_cast<size_t>(columns_) * static_cast<size_t>(rows_), {});
   auto column = [this](double x) { return std::clamp(static_cast<int>(std::floor((x - extent_.xMin) / cellWidth_)), 0, columns_ - 1); };
   auto row = [this](double y) { return std::clamp(static_cast<int>(std::floor((y - extent_.yMin) / cellHeight_)), 0, rows_ - 1); };
-  for (std::uint32_t i = 0; i < stands_.size(); ++i) {
-    const auto& e = stands_[i].envelope;
+  // Each stand's cells, visited once to count and once to fill.
+  auto forEachCell = [&](const platform::Envelope& e, auto visit) {
     for (int r = row(e.yMin); r <= row(e.yMax); ++r) {
       for (int c = column(e.xMin); c <= column(e.xMax); ++c) {
-        cells_[static_cast<size_t>(r) * static_cast<size_t>(columns_) + static_cast<size_t>(c)].push_back(i);
+        visit(static_cast<size_t>(r) * static_cast<size_t>(columns_) + static_cast<size_t>(c));
       }
     }
+  };
+  cellStart_.assign(static_cast<size_t>(columns_) * static_cast<size_t>(rows_) + 2, 0);
+  for (const auto& stand : stands_) forEachCell(stand.envelope, [this](size_t cell) { ++cellStart_[cell + 2]; });
+  for (size_t cell = 2; cell < cellStart_.size(); ++cell) cellStart_[cell] += cellStart_[cell - 1];
+  cellCandidates_.resize(cellStart_.back());
+  for (std::uint32_t i = 0; i < stands_.size(); ++i) {
+    const auto& e = stands_[i].envelope;
+    forEachCell(e, [&](size_t cell) { cellCandidates_[cellStart_[cell + 1]++] = {e.xMin, e.yMin, e.xMax, e.yMax, i}; });
   }
+  cellStart_.pop_back();
 }
 
 const std::vector<platform::Value>* StandIndex::Find(double x, double y) const {
   if (stands_.empty() || x < extent_.xMin || x > extent_.xMax || y < extent_.yMin || y > extent_.yMax) return nullptr;
   const int c = std::clamp(static_cast<int>(std::floor((x - extent_.xMin) / cellWidth_)), 0, columns_ - 1);
   const int r = std::clamp(static_cast<int>(std::floor((y - extent_.yMin) / cellHeight_)), 0, rows_ - 1);
+  const size_t cell = static_cast<size_t>(r) * static_cast<size_t>(columns_) + static_cast<size_t>(c);
   // Candidates are in ascending feature order, so the first hit is the first stand.
-  for (std::uint32_t i : cells_[static_cast<size_t>(r) * static_cast<size_t>(columns_) + static_cast<size_t>(c)]) {
-    const auto& stand = stands_[i];
-    const auto& e = stand.envelope;
+  for (size_t k = cellStart_[cell]; k < cellStart_[cell + 1]; ++k) {
+    const Candidate& e = cellCandidates_[k];
     if (x < e.xMin || x > e.xMax || y < e.yMin || y > e.yMax) continue;
+    const Stand& stand = stands_[e.stand];
     if (stand.polygon.Covers(x, y)) return &stand.values;
   }
   return nullptr;

@@ -41,6 +41,12 @@ class StandIndex {
     platform::PreparedPolygon polygon;
     std::vector<platform::Value> values;
   };
+  // A stand listed in a grid cell, with its envelope at hand so that most
+  // candidates are passed over without touching the stand.
+  struct Candidate {
+    double xMin, yMin, xMax, yMax;
+    std::uint32_t stand;
+  };
   void BuildGrid();
   std::vector<Stand> stands_;  // in feature order
   std::vector<RepairedStand> repaired_;
@@ -49,7 +55,10 @@ class StandIndex {
   int rows_ = 0;
   double cellWidth_ = 1;
   double cellHeight_ = 1;
-  std::vector<std::vector<std::uint32_t>> cells_;  // stand positions, ascending
+  // The candidates of cell c are cellCandidates_[cellStart_[c]] up to
+  // cellCandidates_[cellStart_[c + 1]], in ascending stand position.
+  std::vector<std::uint32_t> cellStart_;
+  std::vector<Candidate> cellCandidates_;
 };
 
 }  // namespace tarnwick
