@@ -7,6 +7,7 @@
 #include <deque>
 #include <memory>
 #include <optional>
+#include <variant>
 
 #include "platform/host/memory_map_document.h"
 #include "plot/plot_layout_dialog.h"
@@ -43,6 +44,26 @@ inline platform::FeatureLayer MakePoints(const std::string& store, const platfor
   auto featureClass = testkit::MakeClass(
       store, testkit::ClassSpec(name, platform::GeometryType::Point, sr, {Field{"PlotNum", "", FieldType::Integer}}), rows);
   return platform::FeatureLayer{name, featureClass, {}, true};
+}
+
+// One change to a control: a number chooses a list entry (or sets a check
+// box), a text is typed into a box.
+struct Edit {
+  std::string control;
+  std::variant<int, std::string> value;
+};
+
+// Makes the changes in the order given, as a user would.
+inline void Fill(frmPlotLayout& d, const std::vector<Edit>& edits) {
+  for (const auto& [control, value] : edits) {
+    if (const auto* text = std::get_if<std::string>(&value)) {
+      d.SetText(control, *text);
+    } else if (control.starts_with("chk")) {
+      d.SetValue(control, std::get<int>(value));
+    } else {
+      d.SetListIndex(control, std::get<int>(value));
+    }
+  }
 }
 
 class PlotDialogTest : public ::testing::Test {

@@ -41,184 +41,90 @@ class PlotChecks : public PlotDialogTest {
 struct CheckRow {
   int number;
   std::string head;
-  std::function<void(frmPlotLayout&)> setup;
+  std::vector<Edit> edits;
   std::string control;  // marked and focused; empty for none
   std::string title = "";
   std::string body = "";  // a part of the body, where the head is shared
+  std::function<void(frmPlotLayout&)> more = {};  // any other step, after the edits
 };
 
 TEST_F(PlotChecks, EachCheckShowsItsTextAndMarksItsControl) {
   std::ofstream(dir / "broken.gdb") << "not a geodatabase";
   std::ofstream(dir / "Taken.shp") << "";
   const std::string spatial = "Invalid Spatial Reference:";
-  auto existing = [](frmPlotLayout& d, int layer, int field) {
-    d.SetListIndex("cbxCreatePointsIn", 1);
-    d.SetListIndex("cbxExistingPointLayer", layer);
-    d.SetListIndex("cbxExistingIDField", field);
-  };
-  auto anchor = [](frmPlotLayout& d, int option) {
-    d.SetValue("chkApplyAnchor", 1);
-    d.SetListIndex("cbxAnchorOption", option);
-  };
-  auto clicked = [&](frmPlotLayout& d, const char* x, const char* y) {
-    anchor(d, 0);
-    d.SetText("txtAnchorX", x);
-    d.SetText("txtAnchorY", y);
-  };
+  const std::string ratio = "cbxSpacingRatioOptions", option = "cbxPlotsOption";
+  const std::string layer = "cbxExistingPointLayer", field = "cbxExistingIDField";
+  const Edit existing{"cbxCreatePointsIn", 1}, anchor{"chkApplyAnchor", 1};
+  const Edit fromLayer{"cbxAnchorOption", 1}, clicked{"cbxAnchorOption", 0};
   const std::vector<CheckRow> rows = {
-      {1, "No Stand ID Attribute Field Specified!", [](auto& d) { d.SetListIndex("lbxStandFields", -1); },
-       "lbxStandFields"},
-      {2, "No Units Specified!",
-       [](auto& d) {
-         d.SetListIndex("cbxPlotsOption", 2);
-         d.SetListIndex("cbxUnits", -1);
-       },
-       "cbxUnits"},
-      {3, "No Spacing Ratio Specified!", [](auto& d) { d.SetListIndex("cbxSpacingRatioOptions", -1); },
-       "cbxSpacingRatioOptions"},
-      {4, "Invalid Value for X-Value of User-Defined Ratio!",
-       [](auto& d) {
-         d.SetListIndex("cbxSpacingRatioOptions", 3);
-         d.SetText("txtXRatio", "");
-       },
-       "txtXRatio", "", "Please specify the X-value"},
-      {5, "Invalid Value for X-Value of User-Defined Ratio!",
-       [](auto& d) {
-         d.SetListIndex("cbxSpacingRatioOptions", 3);
-         d.SetText("txtXRatio", "0");
-       },
-       "txtXRatio", "", "non-zero X-value"},
-      {6, "Invalid Value for Y-Value of User-Defined Ratio!",
-       [](auto& d) {
-         d.SetListIndex("cbxSpacingRatioOptions", 3);
-         d.SetText("txtYRatio", "");
-       },
-       "txtYRatio", "", "Please specify the Y-value"},
-      {7, "Invalid Value for Y-Value of User-Defined Ratio!",
-       [](auto& d) {
-         d.SetListIndex("cbxSpacingRatioOptions", 3);
-         d.SetText("txtYRatio", "0,0");
-       },
-       "txtYRatio", "", "non-zero Y-value"},
-      {8, "No Plot Spacing Specified!", [](auto& d) { d.SetListIndex("cbxPlotsOption", -1); }, "cbxPlotsOption"},
-      {9, "No Number of Plots per Stand Specified!", [](auto& d) { d.SetText("txtNumPlots", ""); }, "txtNumPlots"},
-      {10, "No Plot Count Attribute Field selected!",
-       [](auto& d) {
-         d.SetListIndex("cbxPlotsOption", 1);
-         d.SetListIndex("cbxPlotsField", 0);
-       },
-       "cbxPlotsField"},
-      {11, "No X-Axis Spacing Distance Specified!",
-       [](auto& d) {
-         d.SetListIndex("cbxPlotsOption", 2);
-         d.SetText("txtXSpacing", "");
-       },
-       "txtXSpacing"},
-      {12, "No Y-Axis Spacing Distance Specified!",
-       [](auto& d) {
-         d.SetListIndex("cbxPlotsOption", 2);
-         d.SetText("txtYSpacing", "");
-       },
-       "txtYSpacing"},
-      {13, "No X-Spacing Attribute Field selected!",
-       [](auto& d) {
-         d.SetListIndex("cbxPlotsOption", 3);
-         d.SetListIndex("cbxXSpacing", 0);
-       },
-       "cbxXSpacing"},
-      {14, "No Y-Spacing Attribute Field selected!",
-       [](auto& d) {
-         d.SetListIndex("cbxPlotsOption", 3);
-         d.SetListIndex("cbxXSpacing", 1);
-         d.SetListIndex("cbxYSpacing", 0);
-       },
+      {1, "No Stand ID Attribute Field Specified!", {{"lbxStandFields", -1}}, "lbxStandFields"},
+      {2, "No Units Specified!", {{option, 2}, {"cbxUnits", -1}}, "cbxUnits"},
+      {3, "No Spacing Ratio Specified!", {{ratio, -1}}, ratio},
+      {4, "Invalid Value for X-Value of User-Defined Ratio!", {{ratio, 3}, {"txtXRatio", ""}}, "txtXRatio", "",
+       "Please specify the X-value"},
+      {5, "Invalid Value for X-Value of User-Defined Ratio!", {{ratio, 3}, {"txtXRatio", "0"}}, "txtXRatio", "",
+       "non-zero X-value"},
+      {6, "Invalid Value for Y-Value of User-Defined Ratio!", {{ratio, 3}, {"txtYRatio", ""}}, "txtYRatio", "",
+       "Please specify the Y-value"},
+      {7, "Invalid Value for Y-Value of User-Defined Ratio!", {{ratio, 3}, {"txtYRatio", "0,0"}}, "txtYRatio", "",
+       "non-zero Y-value"},
+      {8, "No Plot Spacing Specified!", {{option, -1}}, option},
+      {9, "No Number of Plots per Stand Specified!", {{"txtNumPlots", ""}}, "txtNumPlots"},
+      {10, "No Plot Count Attribute Field selected!", {{option, 1}, {"cbxPlotsField", 0}}, "cbxPlotsField"},
+      {11, "No X-Axis Spacing Distance Specified!", {{option, 2}, {"txtXSpacing", ""}}, "txtXSpacing"},
+      {12, "No Y-Axis Spacing Distance Specified!", {{option, 2}, {"txtYSpacing", ""}}, "txtYSpacing"},
+      {13, "No X-Spacing Attribute Field selected!", {{option, 3}, {"cbxXSpacing", 0}}, "cbxXSpacing"},
+      {14, "No Y-Spacing Attribute Field selected!", {{option, 3}, {"cbxXSpacing", 1}, {"cbxYSpacing", 0}},
        "cbxYSpacing"},
-      {15, "No Orientation Attribute Field selected!",
+      {15, "No Orientation Attribute Field selected!", {}, "cbxOrientationField", "", "",
        [](auto& d) {
          d.Fire("lblOrientField", ControlEvent::Click);
          d.SetListIndex("cbxOrientationField", 0);
-       },
-       "cbxOrientationField"},
-      {16, "No Grid Orientation Specified!", [](auto& d) { d.SetText("txtGridOrientation", "-"); },
-       "txtGridOrientation"},
-      {17, "No Buffer Distance Specified!", [](auto& d) { d.SetText("txtBuffer", ""); }, "txtBuffer"},
-      {18, "No Starting Number specified!", [](auto& d) { d.SetText("txtGridStartingNumber", ""); },
-       "txtGridStartingNumber"},
-      {19, "Failed to check workspace!", [&](auto& d) { d.SetText("txtOutput", dir / "broken.gdb/Plots"); },
-       "txtOutput"},
-      {20, "Specified Directory does not exist!",
-       [&](auto& d) { d.SetText("txtOutput", dir / "missing/Plots.shp"); }, "txtOutput", "",
+       }},
+      {16, "No Grid Orientation Specified!", {{"txtGridOrientation", "-"}}, "txtGridOrientation"},
+      {17, "No Buffer Distance Specified!", {{"txtBuffer", ""}}, "txtBuffer"},
+      {18, "No Starting Number specified!", {{"txtGridStartingNumber", ""}}, "txtGridStartingNumber"},
+      {19, "Failed to check workspace!", {{"txtOutput", dir / "broken.gdb/Plots"}}, "txtOutput"},
+      {20, "Specified Directory does not exist!", {{"txtOutput", dir / "missing/Plots.shp"}}, "txtOutput", "",
        "--> Directory = '" + dir / "missing'"},
-      {21, "Specified filename already exists!", [&](auto& d) { d.SetText("txtOutput", dir / "Taken.shp"); },
-       "txtOutput", "", "--> Filename = 'Taken.shp'"},
-      {22, "No Point Feature Class selected!", [&](auto& d) { existing(d, -1, 0); }, "cbxExistingPointLayer"},
-      {23, "No Point ID field selected in point feature class!", [&](auto& d) { existing(d, 0, 0); },
-       "cbxExistingIDField", "", "attribute field in 'Points'"},
+      {21, "Specified filename already exists!", {{"txtOutput", dir / "Taken.shp"}}, "txtOutput", "",
+       "--> Filename = 'Taken.shp'"},
+      {22, "No Point Feature Class selected!", {existing, {layer, -1}, {field, 0}}, layer},
+      {23, "No Point ID field selected in point feature class!", {existing, {layer, 0}, {field, 0}}, field, "",
+       "attribute field in 'Points'"},
       {24, "There is a problem with the spatial reference for 'NoCrs':\n  --> Spatial Reference is unknown!",
-       [&](auto& d) {
-         d.SetListIndex("lbxPolygons", 1);
-         existing(d, 0, 1);
-       },
-       "", spatial, "different stand layer"},
-      {25, "There is a problem with the spatial reference for 'NoCrsPoints':", [&](auto& d) { existing(d, 1, 1); },
-       "", spatial, "different point ID layer"},
-      {26, "No Anchor Point Feature Class selected!",
-       [&](auto& d) {
-         anchor(d, 1);
-         d.SetListIndex("cbxAnchorLayer", -1);
-       },
-       "cbxAnchorLayer"},
+       {{"lbxPolygons", 1}, existing, {layer, 0}, {field, 1}}, "", spatial, "different stand layer"},
+      {25, "There is a problem with the spatial reference for 'NoCrsPoints':", {existing, {layer, 1}, {field, 1}}, "",
+       spatial, "different point ID layer"},
+      {26, "No Anchor Point Feature Class selected!", {anchor, fromLayer, {"cbxAnchorLayer", -1}}, "cbxAnchorLayer"},
       {27, "Invalid X-Coordinate for Anchor Point!",
-       [&](auto& d) {
-         anchor(d, 1);
-         d.SetListIndex("cbxAnchorLayer", 0);
-         d.SetText("txtAnchorX", "<-- Empty Point -->");
-       },
-       "txtAnchorX", "", "It is possible that the first point in 'Points' is an empty point."},
-      {28, "Invalid Y-Coordinate for Anchor Point!",
-       [&](auto& d) {
-         anchor(d, 1);
-         d.SetListIndex("cbxAnchorLayer", 0);
-         d.SetText("txtAnchorY", "");
-       },
+       {anchor, fromLayer, {"cbxAnchorLayer", 0}, {"txtAnchorX", "<-- Empty Point -->"}}, "txtAnchorX", "",
+       "It is possible that the first point in 'Points' is an empty point."},
+      {28, "Invalid Y-Coordinate for Anchor Point!", {anchor, fromLayer, {"cbxAnchorLayer", 0}, {"txtAnchorY", ""}},
        "txtAnchorY"},
-      {29, "Unknown Coordinate System for Anchor Point!",
-       [&](auto& d) {
-         anchor(d, 1);
-         d.SetListIndex("cbxAnchorLayer", 1);
-       },
+      {29, "Unknown Coordinate System for Anchor Point!", {anchor, fromLayer, {"cbxAnchorLayer", 1}}, "txtAnchorY"},
+      {30, "Invalid X-Coordinate for Anchor Point!", {anchor, clicked, {"txtAnchorX", ""}, {"txtAnchorY", "1"}},
+       "txtAnchorX", "", "numeric value for the X-coordinate"},
+      {31, "Invalid Y-Coordinate for Anchor Point!", {anchor, clicked, {"txtAnchorX", "1"}, {"txtAnchorY", "y"}},
        "txtAnchorY"},
-      {30, "Invalid X-Coordinate for Anchor Point!", [&](auto& d) { clicked(d, "", "1"); }, "txtAnchorX", "",
-       "numeric value for the X-coordinate"},
-      {31, "Invalid Y-Coordinate for Anchor Point!", [&](auto& d) { clicked(d, "1", "y"); }, "txtAnchorY"},
-      {32, "Unknown Coordinate System for Anchor Point!",
-       [&](auto& d) {
-         map().spatialReference = {};
-         clicked(d, "1", "1");
-       },
-       "txtAnchorY"},
+      {32, "Unknown Coordinate System for Anchor Point!", {anchor, clicked, {"txtAnchorX", "1"}, {"txtAnchorY", "1"}},
+       "txtAnchorY", "", "", [&](auto&) { map().spatialReference = {}; }},
       {34, "There is a problem with the spatial reference for 'NoCrs' (your new points feature class):",
-       [&](auto& d) {
-         d.SetListIndex("lbxPolygons", 1);
-         clicked(d, "1", "1");
-       },
-       "", spatial},
+       {{"lbxPolygons", 1}, anchor, clicked, {"txtAnchorX", "1"}, {"txtAnchorY", "1"}}, "", spatial},
       // NAD 1927 stands into NAD 1983 points: the first candidate needs grid
       // files this machine lacks, so the run is refused before it writes.
-      {0, "", [&](auto& d) {
-         d.SetListIndex("lbxPolygons", 2);
-         existing(d, 0, 1);
-       },
-       "", "Unusable Geographic Transformation:", "Install the grid files"},
-      {0, "Layer No Longer Available!", [&](auto&) { map().layers.erase(map().layers.begin()); }, "lbxPolygons",
-       "Layer Not Found:", "The layer 'Stands' has been removed from the map"},
+      {0, "", {{"lbxPolygons", 2}, existing, {layer, 0}, {field, 1}}, "", "Unusable Geographic Transformation:",
+       "Install the grid files"},
+      {0, "Layer No Longer Available!", {}, "lbxPolygons", "Layer Not Found:",
+       "The layer 'Stands' has been removed from the map", [&](auto&) { map().layers.erase(map().layers.begin()); }},
   };
 
   for (const CheckRow& row : rows) {
     SCOPED_TRACE("check " + std::to_string(row.number));
     app.boxes.clear();
     frmPlotLayout& d = OpenComplete();
-    row.setup(d);
+    Fill(d, row.edits);
+    if (row.more) row.more(d);
     OK();
     ASSERT_EQ(app.boxes.size(), 1u);
     const std::string& text = app.boxes[0].text;
@@ -235,7 +141,7 @@ TEST_F(PlotChecks, EachCheckShowsItsTextAndMarksItsControl) {
   // Both anchor boxes are marked when the anchor's system is unknown, and a
   // marked box turns white at its next change.
   frmPlotLayout& d = OpenComplete();
-  rows[28].setup(d);
+  Fill(d, rows[28].edits);
   OK();
   EXPECT_EQ(d["txtAnchorX"].backColor, kYellow);
   d.SetText("txtAnchorX", "12");

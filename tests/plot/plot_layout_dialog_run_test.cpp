@@ -24,10 +24,8 @@ TEST_F(PlotDialogTest, RunIntoAGeoPackageStoresTheChoicesAndClosesTheDialog) {
   extension.XSpacing = 20;
   extension.XRatio = 3;
   frmPlotLayout& d = Open();
-  d.SetListIndex("cbxUnits", 2);
-  d.SetText("txtNumPlots", "4");
-  d.SetListIndex("cbxSpacingRatioOptions", 1);
-  d.SetText("txtOutput", dir / "plots.gpkg/Plots");
+  Fill(d,
+       {{"cbxUnits", 2}, {"txtNumPlots", "4"}, {"cbxSpacingRatioOptions", 1}, {"txtOutput", dir / "plots.gpkg/Plots"}});
   ASSERT_TRUE(d["cmdOK"].enabled);
   OK();
 
@@ -65,15 +63,9 @@ TEST_F(PlotDialogTest, AddsToAPointLayerWithABufferWithoutUnitNumberingAboveTheH
                   MakePoints(dir / "points.gpkg", utm, {{500050, 4000050}, {500060, 4000060}}, "Points")};
   map().spatialReference = utm;
   frmPlotLayout& d = Open();
-  d.SetListIndex("cbxUnits", 2);
-  d.SetText("txtNumPlots", "3");
-  d.SetText("txtBuffer", "5");
-  d.SetListIndex("cbxBufferUnits", -1);
-  d.SetListIndex("cbxCreatePointsIn", 1);
-  d.SetListIndex("cbxExistingPointLayer", 0);
-  d.SetListIndex("cbxExistingIDField", 1);
-  d.SetValue("chkGridStartAtHighest", 1);
-  d.SetText("txtGridStartingNumber", "");
+  Fill(d, {{"cbxUnits", 2}, {"txtNumPlots", "3"}, {"txtBuffer", "5"}, {"cbxBufferUnits", -1}, {"cbxCreatePointsIn", 1},
+           {"cbxExistingPointLayer", 0}, {"cbxExistingIDField", 1}, {"chkGridStartAtHighest", 1},
+           {"txtGridStartingNumber", ""}});
   EXPECT_FALSE(d["txtGridStartingNumber"].enabled);
   EXPECT_FALSE(d["cmdOK"].enabled);  // a buffer without a unit holds OK back ...
   OK();                              // ... but passes its checks
@@ -100,12 +92,8 @@ TEST_F(PlotDialogTest, ARunAboveThePlotLimitIsAskedAbout) {
   map().spatialReference = utm;
   platform::Workspace::OpenOrCreate(dir / "plots.gpkg");
   frmPlotLayout& d = Open();
-  d.SetListIndex("cbxUnits", 2);
-  d.SetListIndex("cbxPlotsOption", 2);
-  d.SetText("txtXSpacing", "0.01");
-  d.SetText("txtBuffer", "200");
-  d.SetListIndex("cbxBufferUnits", 2);
-  d.SetText("txtOutput", dir / "plots.gpkg/Plots");
+  Fill(d, {{"cbxUnits", 2}, {"cbxPlotsOption", 2}, {"txtXSpacing", "0.01"}, {"txtBuffer", "200"}, {"cbxBufferUnits", 2},
+           {"txtOutput", dir / "plots.gpkg/Plots"}});
 
   app.answers = {platform::host::MessageResult::No};
   OK();
@@ -136,13 +124,8 @@ TEST_F(PlotDialogTest, AnchorOnAnotherGeographicSystemGoesThroughTheSelectionSeq
   map().spatialReference = wgs84;
   platform::Workspace::OpenOrCreate(dir / "plots.gpkg");
   frmPlotLayout& d = Open();
-  d.SetListIndex("cbxUnits", 2);
-  d.SetListIndex("cbxPlotsOption", 2);
-  d.SetText("txtXSpacing", "30");
-  d.SetText("txtOutput", dir / "plots.gpkg/Plots");
-  d.SetValue("chkApplyAnchor", 1);
-  d.SetListIndex("cbxAnchorOption", 1);
-  d.SetListIndex("cbxAnchorLayer", 0);
+  Fill(d, {{"cbxUnits", 2}, {"cbxPlotsOption", 2}, {"txtXSpacing", "30"}, {"txtOutput", dir / "plots.gpkg/Plots"},
+           {"chkApplyAnchor", 1}, {"cbxAnchorOption", 1}, {"cbxAnchorLayer", 0}});
   EXPECT_EQ(d["lblAnchorLayerOption"].caption, "Use first point in");
   EXPECT_EQ(d["txtAnchorX"].text, "-122.49950000");
   OK();
