@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <cmath>
 #include <csignal>
 #include <cstdio>
@@ -107,17 +108,15 @@ void ExpectUnchanged(const Picture& before, const Picture& after) {
   EXPECT_EQ(before.entries, after.entries);
 }
 
-// Runs refused before they start: exit code 2, the first message as given.
-struct Refusal {
-  std::string arguments;
-  std::string firstLine;  // after "tarnwick: "
-};
-void ExpectRefused(const TempDir& dir, const std::string& command, const std::vector<Refusal>& cases) {
-  for (const Refusal& c : cases) {
-    SCOPED_TRACE(c.arguments);
-    const CommandRun run = Tarnwick(dir, command + c.arguments);
+// Runs refused before they start: exit code 2, and the first message
+// starting as given (after "tarnwick: ") for each case's arguments.
+void ExpectRefused(const TempDir& dir, const std::string& command,
+                   const std::vector<std::pair<std::string, std::string>>& cases) {
+  for (const auto& [arguments, firstLine] : cases) {
+    SCOPED_TRACE(arguments);
+    const CommandRun run = Tarnwick(dir, command + arguments);
     EXPECT_EQ(run.exitCode, 2);
-    EXPECT_THAT(FirstMessage(run.err), StartsWith("tarnwick: " + c.firstLine)) << run.err;
+    EXPECT_THAT(FirstMessage(run.err), StartsWith("tarnwick: " + firstLine)) << run.err;
   }
 }
 
@@ -159,31 +158,14 @@ TEST(DataSafety, FailingMidRunChangesNothingInAnyStore) {
   EXPECT_EQ(testkit::ReadFile(dir / "old.way"), "old waypoints\r\n");
 }
 
-TEST(DataSafety, ACommitThatFailsFailsTheRun) {
-  TempDir dir;
-  MakeStands(dir, {Value{"A"}});
-  MakePlots(dir / "inv.gpkg");
-  const Picture before = Take(dir, {"inv.gpkg|layername=Plots"});
-  {
-    // Another program reading the package keeps the run from committing.
-    auto reader = platform::OpenFeatureLayer(dir / "inv.gpkg|layername=Plots").featureClass->Search();
-    ASSERT_TRUE(reader->NextFeature());
-    const CommandRun run = Tarnwick(dir, kGrid + "--into inv.gpkg --plot-id-field PlotID");
-    EXPECT_EQ(run.exitCode, 1);
-    EXPECT_THAT(FirstMessage(run.err),
-                StartsWith("tarnwick: the plot layout failed: Cannot save the edits to 'inv.gpkg'"));
-    EXPECT_THAT(run.err, Not(HasSubstr("Wrote ")));
-  }
-  ExpectUnchanged(before, Take(dir, {"inv.gpkg|layername=Plots"}));
-}
-
-TEST(DataSafety, PathsThatHoldTheRunsDataAreRefused) {
+TEST(DataSafety, RunsOnPathsTheyReadOrOnDataInUseAreRefusedAndAFailedCommitChangesNothing) {
   TempDir dir;
   MakeStands(dir, {Value{"A"}});
   MakePlots(dir / "shp");
+  MakePlots(dir / "inv.gpkg");
   std::ofstream(dir / "old.way") << "old waypoints\r\n";
   std::ofstream(dir / "taken.rtf") << "a report";
-  const std::vector<std::string> layers = {"stands.gpkg", "shp/plots.shp"};
+  const std::vector<std::string> layers = {"stands.gpkg", "shp/plots.shp", "inv.gpkg|layername=Plots"};
   const Picture before = Take(dir, layers);
   const std::string waypoints = "waypoints --points shp/plots.shp --plot-id PlotID ";
   ExpectRefused(dir, "", {
@@ -198,8 +180,31 @@ TEST(DataSafety, PathsThatHoldTheRunsDataAreRefused) {
       {waypoints + "--out new.way --report taken.rtf",
        "--report 'taken.rtf': the file already exists; pass --overwrite to replace it."},
   });
-  ExpectUnchanged(before, Take(dir, layers));
   EXPECT_EQ(testkit::ReadFile(dir / "taken.rtf"), "a report");
+
+  const std::string into = kGrid + "--into shp/plots.shp --plot-id-field PlotID";
+  const std::string inUse = "tarnwick: 'shp/plots.shp' is in use by another run (process " +
+                            std::to_string(::getpid()) + "); try again when it has finished. Nothing was changed.";
+  {
+    const platform::DatasetLock otherRun = platform::DatasetLock::Acquire(dir / "shp/plots.shp");
+    for (const std::string& arguments :
+         {into, "import-stand-ids " + kStands + " --points shp/plots.shp --clone"}) {
+      const CommandRun run = Tarnwick(dir, arguments);
+      EXPECT_EQ(run.exitCode, 2);
+      EXPECT_EQ(FirstMessage(run.err), inUse) << run.err;
+    }
+  }
+  {
+    // Another program reading the package keeps the run from committing.
+    auto reader = platform::OpenFeatureLayer(dir / "inv.gpkg|layername=Plots").featureClass->Search();
+    ASSERT_TRUE(reader->NextFeature());
+    const CommandRun run = Tarnwick(dir, kGrid + "--into inv.gpkg --plot-id-field PlotID");
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_THAT(FirstMessage(run.err),
+                StartsWith("tarnwick: the plot layout failed: Cannot save the edits to 'inv.gpkg'"));
+    EXPECT_THAT(run.err, Not(HasSubstr("Wrote ")));
+  }
+  ExpectUnchanged(before, Take(dir, layers));
 
   // The default report never replaces one: it takes the next free number.
   ASSERT_EQ(Tarnwick(dir, kGrid + "--out out.gpkg/Plots").exitCode, 0);
@@ -207,6 +212,9 @@ TEST(DataSafety, PathsThatHoldTheRunsDataAreRefused) {
   ASSERT_EQ(Tarnwick(dir, kGrid + "--out out.gpkg/Plots --overwrite --orientation 45").exitCode, 0);
   EXPECT_EQ(testkit::ReadFile(dir / "Plots_report.rtf"), first);
   EXPECT_NE(testkit::ReadFile(dir / "Plots_report_1.rtf").find("45"), std::string::npos);
+  // Once the other run is over the dataset is free, and no lock file stays.
+  EXPECT_EQ(Tarnwick(dir, into).exitCode, 0);
+  EXPECT_FALSE(fs::exists(dir / "shp/.plots.shp.tarnwick-lock"));
 }
 
 // tarnwick running in the background with its messages read as they come:
@@ -297,23 +305,20 @@ TEST(DataSafety, AFullDiskFailsTheRunAndKeepsTheOldOutput) {
   const SmallDisk disk(dir.path() / "disk");
   if (!disk.Mounted()) GTEST_SKIP() << "no small file system can be mounted here";
   MakeStands(dir, {Value{"A"}, Value{"B"}});
-  struct Case {
-    const char* output;
-    const char* layer;
-    const char* reason;
-  };
-  const Case cases[] = {{"disk/shp/plots.shp", "disk/shp/plots.shp", "No space left on device"},
-                        {"disk/inv.gdb/Plots", "disk/inv.gdb|layername=Plots", "Cannot insert a feature into 'Plots'"},
-                        {"disk/inv.gpkg/Plots", "disk/inv.gpkg|layername=Plots", "database or disk is full"}};
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.output);
-    MakePlots(platform::SplitClassPath(dir / c.output).workspace);
-    const Picture before = Take(dir, {c.layer});
-    const CommandRun run = Tarnwick(dir, kLayout + "--spacing 0.5,0.5 --overwrite --out " + c.output);
+  // The class as an --out path, as a layer, and the reason the run gives.
+  const std::array<std::string, 3> cases[] = {
+      {"disk/shp/plots.shp", "disk/shp/plots.shp", "No space left on device"},
+      {"disk/inv.gdb/Plots", "disk/inv.gdb|layername=Plots", "Cannot insert a feature into 'Plots'"},
+      {"disk/inv.gpkg/Plots", "disk/inv.gpkg|layername=Plots", "database or disk is full"}};
+  for (const auto& [output, layer, reason] : cases) {
+    SCOPED_TRACE(output);
+    MakePlots(platform::SplitClassPath(dir / output).workspace);
+    const Picture before = Take(dir, {layer});
+    const CommandRun run = Tarnwick(dir, kLayout + "--spacing 0.5,0.5 --overwrite --out " + output);
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_THAT(FirstMessage(run.err), StartsWith("tarnwick: the plot layout failed at stand '")) << run.err;
-    EXPECT_THAT(FirstMessage(run.err), HasSubstr(c.reason));
-    ExpectUnchanged(before, Take(dir, {c.layer}));
+    EXPECT_THAT(FirstMessage(run.err), HasSubstr(reason));
+    ExpectUnchanged(before, Take(dir, {layer}));
   }
   // A stand ID import into a shapefile on a disk with no room left for the
   // copy it edits.
@@ -331,30 +336,7 @@ TEST(DataSafety, AFullDiskFailsTheRunAndKeepsTheOldOutput) {
   ExpectUnchanged(before, Take(dir, {"disk/shp/plots.shp"}));
 }
 
-TEST(DataSafety, ASecondRunOnADatasetInUseIsRefused) {
-  TempDir dir;
-  MakeStands(dir, {Value{"A"}});
-  MakePlots(dir / "shp");
-  const std::string into = kGrid + "--into shp/plots.shp --plot-id-field PlotID";
-  const std::string inUse = "tarnwick: 'shp/plots.shp' is in use by another run (process " +
-                            std::to_string(::getpid()) + "); try again when it has finished. Nothing was changed.";
-  {
-    const platform::DatasetLock otherRun = platform::DatasetLock::Acquire(dir / "shp/plots.shp");
-    const Picture before = Take(dir, {"shp/plots.shp"});
-    for (const std::string& arguments :
-         {into, "import-stand-ids " + kStands + " --points shp/plots.shp --clone"}) {
-      const CommandRun run = Tarnwick(dir, arguments);
-      EXPECT_EQ(run.exitCode, 2);
-      EXPECT_EQ(FirstMessage(run.err), inUse) << run.err;
-    }
-    ExpectUnchanged(before, Take(dir, {"shp/plots.shp"}));
-  }
-  // Once the other run is over the dataset is free, and no lock file stays.
-  EXPECT_EQ(Tarnwick(dir, into).exitCode, 0);
-  EXPECT_FALSE(fs::exists(dir / "shp/.plots.shp.tarnwick-lock"));
-}
-
-TEST(DataSafety, HangProneNumbersAreRefusedBeforeAnythingIsWritten) {
+TEST(DataSafety, BadAndHangProneNumbersAreRefusedBeforeAnythingIsWritten) {
   TempDir dir;
   MakeStands(dir, {Value{"A"}, Value{"B"}}, 100, Value{HUGE_VAL});
   const Picture before = Take(dir, {"stands.gpkg"});
@@ -370,6 +352,25 @@ TEST(DataSafety, HangProneNumbersAreRefusedBeforeAnythingIsWritten) {
       {"--plots 5 --buffer 1e300 --buffer-units chains",
        "--buffer '1e300': the buffer distance must be at most 1000000000"},
   });
+  // Other bad values: one line naming the option and value, and nothing more.
+  const std::pair<std::string, std::string> cases[] = {
+      {"--spacing 0,10", "--spacing '0,10': the X spacing must be greater than 0"},
+      {"--spacing 1e12,10", "--spacing '1e12,10': the X spacing must be at most 1000000000"},
+      {"--plots -5", "--plots '-5': the number of plots per stand must be at least 0"},
+      {"--plots 5 --ratio 1:-2", "--ratio '1:-2': the Y-value of the ratio must be greater than 0"},
+      {"--plots 5 --anchor 1e11,0", "--anchor '1e11,0': the anchor's X-coordinate must be at most 10000000000"},
+      {"--plots 5 --start 1.5", "--start '1.5': the first plot number must be a whole number"},
+      {"--plots 5 --max-plots 0", "--max-plots '0': the plot limit must be at least 1"},
+      // A text that is no number at all: the Plot Layout dialog's message, then the flag and the value.
+      {"--spacing nan,10",
+       "No X-Axis Spacing Distance Specified!\nPlease specify your desired spacing between points...\n"
+       "--spacing 'nan,10'"},
+  };
+  for (const auto& [arguments, line] : cases) {
+    const CommandRun result = Tarnwick(dir, run + arguments);
+    EXPECT_EQ(result.exitCode, 2) << arguments;
+    EXPECT_EQ(result.err, "tarnwick: " + line + "\n");
+  }
   ExpectUnchanged(before, Take(dir, {"stands.gpkg"}));
 }
 
@@ -423,54 +424,6 @@ TEST(DataSafety, DamagedFilesAreNamedWithTheReason) {
       {"fake/plots.shp" + tail, "Cannot open layer 'fake/plots.shp': 'fake/plots.shp' is not a shapefile file"},
   });
   ExpectUnchanged(before, Take(dir, {}));
-}
-
-TEST(DataSafety, BadArgumentsGiveOneLineNamingTheOptionAndValue) {
-  TempDir dir;
-  MakeStands(dir, {Value{"A"}});
-  const std::string run = kLayout + "--out out.gpkg/Plots ";
-  const std::pair<std::string, std::string> cases[] = {
-      {"--spacing 0,10", "--spacing '0,10': the X spacing must be greater than 0"},
-      {"--spacing 1e12,10", "--spacing '1e12,10': the X spacing must be at most 1000000000"},
-      {"--plots -5", "--plots '-5': the number of plots per stand must be at least 0"},
-      {"--plots 5 --ratio 1:-2", "--ratio '1:-2': the Y-value of the ratio must be greater than 0"},
-      {"--plots 5 --anchor 1e11,0", "--anchor '1e11,0': the anchor's X-coordinate must be at most 10000000000"},
-      {"--plots 5 --start 1.5", "--start '1.5': the first plot number must be a whole number"},
-      {"--plots 5 --max-plots 0", "--max-plots '0': the plot limit must be at least 1"},
-  };
-  for (const auto& [arguments, line] : cases) {
-    const CommandRun result = Tarnwick(dir, run + arguments);
-    EXPECT_EQ(result.exitCode, 2) << arguments;
-    EXPECT_EQ(result.err, "tarnwick: " + line + "\n");
-  }
-  // A text that is no number at all gets the Plot Layout dialog's message,
-  // then the flag and the value.
-  const CommandRun nan = Tarnwick(dir, run + "--spacing nan,10");
-  EXPECT_EQ(nan.exitCode, 2);
-  EXPECT_EQ(nan.err, "tarnwick: No X-Axis Spacing Distance Specified!\n"
-                     "Please specify your desired spacing between points...\n--spacing 'nan,10'\n");
-  EXPECT_FALSE(fs::exists(dir / "out.gpkg"));
-}
-
-TEST(DataSafety, WaypointRecordsAFieldComputerWouldMisreadAreNamed) {
-  TempDir dir;
-  std::vector<testkit::Row> rows;
-  for (const auto& [plotId, standId] : {std::pair{"1", "A"}, {"2,5", "A"}, {"3", "North\nSide"}}) {
-    rows.push_back({testkit::PointWkt(-122.5, 45.5), {Value{std::string(plotId)}, Value{std::string(standId)}}});
-  }
-  testkit::MakeClass(dir / "plots.gpkg",
-                     testkit::ClassSpec("Plots", platform::GeometryType::Point, platform::SpatialReference::FromEpsg(4326),
-                                        {Field{"PlotID", "", FieldType::String, 10},
-                                         Field{"StandID", "", FieldType::String, 20}}),
-                     rows);
-  const CommandRun run = Tarnwick(dir, "waypoints --points plots.gpkg --plot-id PlotID --stand-id StandID --out trip");
-  EXPECT_EQ(run.exitCode, 0) << run.err;
-  EXPECT_NE(run.err.find("Warning: 2 waypoint records hold a comma or a line break in the Plot ID or Stand ID, which "
-                         "the field computer will misread: record 2 (Plot ID '2,5', Stand ID 'A'), record 3 (Plot ID "
-                         "'3', Stand ID 'North\\nSide')\n"),
-            std::string::npos)
-      << run.err;
-  EXPECT_NE(testkit::ReadFile(dir / "trip.way").find("2,5,4530"), std::string::npos);  // written as it stands
 }
 
 }  // namespace

@@ -38,9 +38,9 @@ std::int64_t Count(const std::string& workspace, const std::string& name) {
   return platform::Workspace::Open(workspace)->OpenFeatureClass(name)->FeatureCount();
 }
 
-const char* kGrid = "plot-layout --stands stands.gpkg --stand-id StandID --units meters --spacing 30,30";
+const std::string kGrid = "plot-layout --stands stands.gpkg --stand-id StandID --units meters --spacing 30,30";
 
-TEST(PlotLayoutCommand, WritesPlotsInEachStoreAndAsksBeforeReplacing) {
+TEST(PlotLayoutCommand, WritesPlotsInEachStoreAsksBeforeReplacingAndAddsAboveTheHighestNumber) {
   testkit::TempDir dir;
   MakeStands(dir, {Value{std::string("A")}, Value{std::string("B")}});
   std::filesystem::create_directories(dir.path() / "shapes");
@@ -53,7 +53,7 @@ TEST(PlotLayoutCommand, WritesPlotsInEachStoreAndAsksBeforeReplacing) {
   for (const Store& store : stores) {
     SCOPED_TRACE(store.out);
     std::filesystem::remove(dir / "Plots_report.rtf");
-    CommandRun run = Tarnwick(dir, std::string(kGrid) + " --out " + store.out);
+    CommandRun run = Tarnwick(dir, kGrid + " --out " + store.out);
     ASSERT_EQ(run.exitCode, 0) << run.err << run.out;
     EXPECT_NE(run.out.find("Plot Generation Complete"), std::string::npos);
     EXPECT_NE(run.out.find("1] Stand 'A': Plot Count = 9 (0 iterations)"), std::string::npos);
@@ -69,56 +69,52 @@ TEST(PlotLayoutCommand, WritesPlotsInEachStoreAndAsksBeforeReplacing) {
     EXPECT_EQ(platform::ValueToText(first->values.at(plots->FindField("StandID"))), "A");
 
     // A second run leaves the class alone unless asked to replace it.
-    run = Tarnwick(dir, std::string(kGrid) + " --out " + store.out);
+    run = Tarnwick(dir, kGrid + " --out " + store.out);
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_NE(run.err.find("already exists"), std::string::npos) << run.err;
     EXPECT_EQ(Count(dir / store.workspace, store.name), 18);
-    run = Tarnwick(dir, std::string(kGrid) + " --out " + store.out + " --overwrite --report mine.rtf");
+    run = Tarnwick(dir, kGrid + " --out " + store.out + " --overwrite --report mine.rtf");
     ASSERT_EQ(run.exitCode, 0) << run.err;
     EXPECT_EQ(Count(dir / store.workspace, store.name), 18);
     EXPECT_TRUE(std::filesystem::exists(dir / "mine.rtf"));
   }
-}
 
-TEST(PlotLayoutCommand, AddsToAnExistingLayerAboveTheHighestNumber) {
-  testkit::TempDir dir;
-  MakeStands(dir, {Value{std::string("A")}});
-  ASSERT_EQ(Tarnwick(dir, std::string(kGrid) + " --out plots.gpkg/Plots").exitCode, 0);
+  // Added to the GeoPackage's 18 plots, numbered above the highest; the
+  // default report takes the next free name.
   const CommandRun run = Tarnwick(dir, "plot-layout --stands stands.gpkg --stand-id StandID --plots-field Plots "
-                                "--into plots.gpkg --plot-id-field PlotID --start-above-highest --orientation 20");
+                                       "--into out.gpkg --plot-id-field PlotID --start-above-highest --orientation 20");
   ASSERT_EQ(run.exitCode, 0) << run.err;
-  EXPECT_NE(run.out.find("First Plot Starting Number:  10"), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("First Plot Starting Number:  19"), std::string::npos) << run.out;
   EXPECT_NE(run.out.find("1] Stand 'A': Plot Count = 7 ("), std::string::npos) << run.out;
-  EXPECT_EQ(Count(dir / "plots.gpkg", "Plots"), 16);
-  EXPECT_TRUE(std::filesystem::exists(dir / "Plots_report.rtf"));
+  EXPECT_NE(run.out.find("2] Stand 'B': Plot Count = 7 ("), std::string::npos) << run.out;
+  EXPECT_EQ(Count(dir / "out.gpkg", "Plots"), 32);
+  EXPECT_TRUE(std::filesystem::exists(dir / "Plots_report_1.rtf"));
 }
 
-TEST(PlotLayoutCommand, RefusesBadArgumentsAndReportsAFailedRun) {
+TEST(PlotLayoutCommand, RefusesBadArgumentsAndReportsFailedRuns) {
   testkit::TempDir dir;
   MakeStands(dir, {Value{std::string("A")}, Value{}, Value{std::string("C")}});
 
   // Two spacing options, no units for a spacing, an unknown field.
-  EXPECT_EQ(Tarnwick(dir, std::string(kGrid) + " --plots 5 --out a.gpkg/P").exitCode, 2);
+  EXPECT_EQ(Tarnwick(dir, kGrid + " --plots 5 --out a.gpkg/P").exitCode, 2);
   EXPECT_EQ(Tarnwick(dir, "plot-layout --stands stands.gpkg --stand-id StandID --spacing 30,30 --out a.gpkg/P").exitCode, 2);
   EXPECT_EQ(Tarnwick(dir, "plot-layout --stands stands.gpkg --stand-id Nope --plots 5 --out a.gpkg/P").exitCode, 2);
 
   // A Null stand ID fails the run after the first stand's plots, and the
   // new store goes with them.
-  const CommandRun run = Tarnwick(dir, std::string(kGrid) + " --out out.gpkg/Plots");
+  const CommandRun run = Tarnwick(dir, kGrid + " --out out.gpkg/Plots");
   EXPECT_EQ(run.exitCode, 1);
   EXPECT_EQ(run.out.rfind("Analysis Failed:", 0), 0u) << run.out;
   EXPECT_NE(run.out.find("  --> Error Number = 94"), std::string::npos);
   EXPECT_FALSE(std::filesystem::exists(dir / "out.gpkg"));
-}
 
-TEST(PlotLayoutCommand, StandsWithoutASpatialReferenceFailTheRunBeforeItWrites) {
-  testkit::TempDir dir;
+  // Stands without a spatial reference fail the run before it writes.
   MakeStands(dir, {Value{std::string("A")}}, false, "bare");
-  const CommandRun run = Tarnwick(dir, "plot-layout --stands bare/Stands.shp --stand-id StandID --units meters "
-                                       "--spacing 30,30 --out out.gpkg/Plots");
-  EXPECT_EQ(run.exitCode, 1);
-  EXPECT_EQ(run.err.rfind("tarnwick: the plot layout failed: The stand layer 'Stands' has no spatial reference\n"
-                          "Nothing was changed.", 0), 0u) << run.err;
+  const CommandRun bare = Tarnwick(dir, "plot-layout --stands bare/Stands.shp --stand-id StandID --units meters "
+                                        "--spacing 30,30 --out out.gpkg/Plots");
+  EXPECT_EQ(bare.exitCode, 1);
+  EXPECT_EQ(bare.err.rfind("tarnwick: the plot layout failed: The stand layer 'Stands' has no spatial reference\n"
+                           "Nothing was changed.", 0), 0u) << bare.err;
   EXPECT_FALSE(std::filesystem::exists(dir / "out.gpkg"));
 }
 
