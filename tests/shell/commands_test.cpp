@@ -167,8 +167,7 @@ TEST(Extension, LoadRepairsTheSpacingsAShortStreamKeepsWhatWasReadAndStartupFall
   clsExtension loaded;
   loaded.Load(stream);
   // The X spacing negative turned positive, the Y spacing zero turned into one.
-  EXPECT_EQ(std::make_tuple(loaded.UserSpacingOption, loaded.XSpacing, loaded.YSpacing),
-            std::make_tuple(7, 20.0, 1.0));
+  EXPECT_EQ(std::make_tuple(loaded.UserSpacingOption, loaded.XSpacing, loaded.YSpacing), std::make_tuple(7, 20.0, 1.0));
 
   // A stream that ends after value 23: read up to the end; the old value of
   // what was not there kept, nothing repaired, and one error shown.

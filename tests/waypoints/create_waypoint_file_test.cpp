@@ -20,15 +20,16 @@ struct PlotRow {
   std::optional<platform::XY> xy;  // none: a feature without geometry
 };
 
-// A GeoPackage point class "Plots" with PlotID (integer), StandID (text), Elev (double).
-platform::FeatureLayer MakePlots(const testkit::TempDir& dir, int epsg, const std::vector<PlotRow>& rows) {
+// A point class in "plots.gpkg" with PlotID (integer), StandID (text), Elev (double).
+platform::FeatureLayer MakePlots(const testkit::TempDir& dir, int epsg, const std::vector<PlotRow>& rows,
+                                 const std::string& name = "Plots") {
   std::vector<testkit::Row> points;
   for (const auto& row : rows) {
     points.push_back({row.xy ? testkit::PointWkt(row.xy->x, row.xy->y) : "", {row.plotId, row.standId, row.elevation}});
   }
   auto plots = testkit::MakeClass(
       dir / "plots.gpkg",
-      testkit::ClassSpec("Plots", platform::GeometryType::Point, platform::SpatialReference::FromEpsg(epsg),
+      testkit::ClassSpec(name, platform::GeometryType::Point, platform::SpatialReference::FromEpsg(epsg),
                          {Field{"PlotID", "", FieldType::Integer}, Field{"StandID", "", FieldType::String, 20},
                           Field{"Elev", "", FieldType::Double}}),
       points);
@@ -45,7 +46,7 @@ WaypointParameters Parameters(const platform::FeatureLayer& layer, const std::st
   return p;
 }
 
-TEST(CreateWaypointFile, WritesEveryPointAndReportsAnUnprojectedRun) {
+TEST(CreateWaypointFile, WritesEveryPointReportsAnUnprojectedRunAndProjectsOthersToWgs84) {
   testkit::TempDir dir;
   auto layer = MakePlots(dir, 4326,
                          {{Value{std::int64_t{101}}, Value{std::string("A-17")}, Value{312.5}, platform::XY{-122.25, 45.5}},
@@ -76,9 +77,22 @@ TEST(CreateWaypointFile, WritesEveryPointAndReportsAnUnprojectedRun) {
   EXPECT_EQ(app.statusBar.messages.front(), "Converting Points...");
   EXPECT_FALSE(app.statusBar.visible);
   EXPECT_EQ(app.yields, 3);  // up to 50 points: a turn of the message loop at every point
+
+  // NAD 1983 UTM zone 10N: another geographic system than WGS 1984, and no transformation given.
+  const auto utm = platform::SpatialReference::FromEpsg(26910);
+  const auto wgs = platform::SpatialReference::FromEpsg(4326);
+  const auto projected = platform::Geometry::MakePoint(-122.504198, 45.504198, wgs).Project(utm).PointXY();
+  const std::string utmOut = dir / "utm.way";
+  const auto utmLayer = MakePlots(dir, 26910, {{Value{std::int64_t{1}}, Value{}, Value{}, projected}}, "Utm");
+  const auto utmRun = CreateWaypointFile(app, nullptr, Parameters(utmLayer, utmOut));
+  ASSERT_TRUE(utmRun.Succeeded()) << utmRun.errorText;
+  EXPECT_EQ(testkit::ReadFile(utmOut), "1,4530.151128,-12230.151128,0.0,;<ICON = 9>,\r\n\r\n");
+  EXPECT_NE(utmRun.report.find("Geographic Transformation:  \\cf1\\b <-- None Specified -->"), std::string::npos);
+  EXPECT_NE(utmRun.report.find("Source Coordinate System:  \\cf1\\b NAD_1983_UTM_Zone_10N\\b0"), std::string::npos);
+  EXPECT_NE(utmRun.report.find("Waypoint Coordinate System:  \\cf1\\b GCS_WGS_1984\\b0"), std::string::npos);
 }
 
-TEST(CreateWaypointFile, SelectedRunsAndTheFallBackToAllPoints) {
+TEST(CreateWaypointFile, SelectedRunsTheFallBackToAllPointsAndAnEmptyLayer) {
   testkit::TempDir dir;
   std::vector<PlotRow> rows;
   for (int i = 1; i <= 4; ++i) {
@@ -108,34 +122,14 @@ TEST(CreateWaypointFile, SelectedRunsAndTheFallBackToAllPoints) {
   ASSERT_TRUE(result.Succeeded());
   EXPECT_EQ(result.records, 4);
   EXPECT_NE(result.report.find("All Points Converted [n = 4]"), std::string::npos);
-}
 
-TEST(CreateWaypointFile, ProjectsToWgs84AndNamesAMissingTransformation) {
-  testkit::TempDir dir;
-  // NAD 1983 UTM zone 10N: another geographic system than WGS 1984, and no transformation given.
-  const auto utm = platform::SpatialReference::FromEpsg(26910);
-  const auto wgs = platform::SpatialReference::FromEpsg(4326);
-  const auto projected = platform::Geometry::MakePoint(-122.504198, 45.504198, wgs).Project(utm).PointXY();
-  auto layer = MakePlots(dir, 26910, {{Value{std::int64_t{1}}, Value{}, Value{}, projected}});
-  testkit::FakeApplication app;
-  const std::string out = dir / "utm.way";
-  auto result = CreateWaypointFile(app, nullptr, Parameters(layer, out));
+  // An empty layer gives a file of one empty line. (A failed run, from a
+  // point without a shape, is the command line's data-safety test: no file,
+  // the old one kept, "Function Failed..." for a report.)
+  const std::string empty = dir / "empty.way";
+  result = CreateWaypointFile(app, nullptr, Parameters(MakePlots(dir, 4326, {}, "Empty"), empty));
   ASSERT_TRUE(result.Succeeded()) << result.errorText;
-  EXPECT_EQ(testkit::ReadFile(out), "1,4530.151128,-12230.151128,0.0,;<ICON = 9>,\r\n\r\n");
-  EXPECT_NE(result.report.find("Geographic Transformation:  \\cf1\\b <-- None Specified -->"), std::string::npos);
-  EXPECT_NE(result.report.find("Source Coordinate System:  \\cf1\\b NAD_1983_UTM_Zone_10N\\b0"), std::string::npos);
-  EXPECT_NE(result.report.find("Waypoint Coordinate System:  \\cf1\\b GCS_WGS_1984\\b0"), std::string::npos);
-}
-
-// A failed run (a point without a shape) is the command line's data-safety
-// test: no file, the old one kept, "Function Failed..." for a report.
-TEST(CreateWaypointFile, EmptyLayerGivesAnEmptyFile) {
-  testkit::TempDir dir;
-  testkit::FakeApplication app;
-  const std::string out = dir / "empty.way";
-  const auto result = CreateWaypointFile(app, nullptr, Parameters(MakePlots(dir, 4326, {}), out));
-  ASSERT_TRUE(result.Succeeded()) << result.errorText;
-  EXPECT_EQ(testkit::ReadFile(out), "\r\n");
+  EXPECT_EQ(testkit::ReadFile(empty), "\r\n");
   EXPECT_NE(result.report.find("All Points Converted [n = 0]"), std::string::npos);
 }
 

@@ -102,10 +102,11 @@ TEST(frmLayerID, FieldListsPreselectByNameAndOptionsFollowTheSelection) {
   EXPECT_TRUE(form["cmdOK"].enabled);
 }
 
-TEST(frmLayerID, DuplicatePlotIdsAreReportedAndKeepTheDialogOpen) {
+TEST(frmLayerID, OkReportsDuplicatePlotIdsChecksTheOutputPathAndCatchesAMissingLayer) {
   Desk desk;
   desk.AddPlots("Plots", {7, 9, 7, 8, 9, 9});
   desk.AddPlots("Empty", {});
+  desk.AddPlots("Unique", {1});
   frmLayerID form(desk.Host(), desk.defaults);
   std::vector<std::string> progress;
   form.changed = [&] {
@@ -135,15 +136,11 @@ TEST(frmLayerID, DuplicatePlotIdsAreReportedAndKeepTheDialogOpen) {
   ASSERT_EQ(desk.app.reports.size(), 2u);
   EXPECT_EQ(desk.app.reports[1].text, "No Features Found...");
   EXPECT_FALSE(form.unloaded);
-}
 
-TEST(frmLayerID, OutputPathBrowseChecksAndAMissingLayer) {
-  Desk desk;
-  desk.AddPlots("Plots", {1});
-  frmLayerID form(desk.Host(), desk.defaults);
-
-  // The browse offers .way files in the output's folder and adds ".way".
+  // Past the duplicate check, the output path. The browse offers .way files
+  // in the output's folder and adds ".way".
   desk.app.saveAnswers = {desk.dir / "picked"};
+  form.SetListIndex("lbxLayers", 2);
   form.Fire("cmdGetWorkspace", ControlEvent::Click);
   ASSERT_EQ(desk.app.saveRequests.size(), 1u);
   EXPECT_EQ(desk.app.saveRequests[0].title, "Save Waypoint File as:");
