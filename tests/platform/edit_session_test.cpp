@@ -69,7 +69,7 @@ class EditSessions : public ::testing::TestWithParam<testkit::StoreCase> {
   testkit::TempDir dir;
 };
 
-TEST_P(EditSessions, DiscardedChangesLeaveTheStoreAsItWas) {
+TEST_P(EditSessions, DiscardedLeaveTheStoreAsItWasSavedAreThereForAFreshOpening) {
   const std::string plots = testkit::Snapshot(Layer("Plots"));
   const std::string old = testkit::Snapshot(Layer("Old"));
   const auto entries = testkit::FolderEntries(dir.path());
@@ -83,18 +83,16 @@ TEST_P(EditSessions, DiscardedChangesLeaveTheStoreAsItWas) {
   EXPECT_EQ(testkit::Snapshot(Layer("Old")), old);
   EXPECT_FALSE(Workspace::Open(Store())->NameExists("New"));
   EXPECT_EQ(testkit::FolderEntries(dir.path()), entries);
-}
 
-TEST_P(EditSessions, SavedChangesAreThereForAFreshOpening) {
   {
     EditSession session;
     Change(session, session.OpenWorkspace(Store()));
     session.Commit();
   }
   auto workspace = Workspace::Open(Store());
-  auto plots = workspace->OpenFeatureClass("Plots");
-  EXPECT_EQ(plots->FeatureCount(), 7);
-  EXPECT_GE(plots->FindField("NOTE"), 0);
+  auto saved = workspace->OpenFeatureClass("Plots");
+  EXPECT_EQ(saved->FeatureCount(), 7);
+  EXPECT_GE(saved->FindField("NOTE"), 0);
   EXPECT_EQ(workspace->OpenFeatureClass("Old")->FeatureCount(), 1);
   EXPECT_GE(workspace->OpenFeatureClass("Old")->FindField("Code"), 0);  // the new class, not the old one
   EXPECT_EQ(workspace->OpenFeatureClass("New")->FeatureCount(), 1);
@@ -137,8 +135,17 @@ class AttributeUpdates : public ::testing::TestWithParam<testkit::StoreCase> {
   testkit::TempDir dir;
 };
 
-TEST_P(AttributeUpdates, SavedChangeOnlyTheChosenFields) {
-  std::string expected = testkit::Snapshot(Layer());
+TEST_P(AttributeUpdates, DiscardedLeaveTheClassAsItWasSavedChangeOnlyTheChosenFields) {
+  const std::string before = testkit::Snapshot(Layer());
+  const auto entries = testkit::FolderEntries(dir.path());
+  {
+    EditSession session;
+    Update(session, session.OpenWorkspace(Store()), 4);
+  }
+  EXPECT_EQ(testkit::Snapshot(Layer()), before);
+  EXPECT_EQ(testkit::FolderEntries(dir.path()), entries);
+
+  std::string expected = before;
   for (int n = 0; n < 5; ++n) {
     expected.replace(expected.find("|old|-1|"), 8, "|" + Note(n) + "|" + std::to_string(n * 7) + "|");
   }
@@ -148,17 +155,6 @@ TEST_P(AttributeUpdates, SavedChangeOnlyTheChosenFields) {
     session.Commit();
   }
   EXPECT_EQ(testkit::Snapshot(Layer()), expected);
-}
-
-TEST_P(AttributeUpdates, DiscardedLeaveTheClassAsItWas) {
-  const std::string before = testkit::Snapshot(Layer());
-  const auto entries = testkit::FolderEntries(dir.path());
-  {
-    EditSession session;
-    Update(session, session.OpenWorkspace(Store()), 4);
-  }
-  EXPECT_EQ(testkit::Snapshot(Layer()), before);
-  EXPECT_EQ(testkit::FolderEntries(dir.path()), entries);
 }
 
 INSTANTIATE_TEST_SUITE_P(Stores, AttributeUpdates, ::testing::ValuesIn(testkit::kStores),

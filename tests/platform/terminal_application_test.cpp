@@ -5,8 +5,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/version.h"
-
 namespace tarnwick::platform::host {
 namespace {
 
@@ -50,7 +48,7 @@ TEST(TerminalStatusBar, OnATerminalRedrawsInPlace) {
   EXPECT_EQ(text.find(" 25%"), text.rfind(" 25%"));
 }
 
-TEST(TerminalApplication, MessageBoxesAndVersion) {
+TEST(TerminalApplication, MessageBoxesAnsweredOrNot) {
   Capture out;
   std::vector<std::string> asked;
   TerminalApplication app(out.get(), [&](const std::string& text, const std::string&, MessageButtons) {
@@ -68,10 +66,6 @@ TEST(TerminalApplication, MessageBoxesAndVersion) {
   TerminalApplication noAnswers(quiet.get());
   EXPECT_EQ(noAnswers.MessageBox("Overwrite?", "T", MessageButtons::YesNo, MessageIcon::None), MessageResult::No);
   EXPECT_EQ(noAnswers.MessageBox("Go on?", "T", MessageButtons::OKCancel, MessageIcon::None), MessageResult::Cancel);
-  EXPECT_EQ(noAnswers.VersionNumber(), -1);
-  const Version v = noAnswers.GetVersion();
-  EXPECT_EQ((std::vector<int>{v.major, v.minor, v.revision}),
-            (std::vector<int>{kVersionMajor, kVersionMinor, kVersionRevision}));
 }
 
 }  // namespace

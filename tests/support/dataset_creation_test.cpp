@@ -194,14 +194,11 @@ TEST(DatasetCreationRefusals, EachRefusalShowsItsMessageAndGivesNothing) {
 
   EXPECT_EQ(refuse(dir.path().string(), kOutputFileGeodatabase, choose(dir.path().string(), "Raster Dataset", false)).text,
             "Unexpected Feature Class Type (Raster Dataset)!  Need to write new code for this...");
-}
 
-TEST(DatasetCreationRefusals, ShapefileCreatorRefusesAnExistingFile) {
-  testkit::TempDir dir;
-  testkit::FakeApplication app;
+  // The shapefile creator refuses an existing file. The folder may be given
+  // as the path of a shapefile in it, the name with its extension.
   std::ofstream(dir / "Plots.shp") << "not a shapefile";
-  // The folder may be given as the path of a shapefile in it, the name with
-  // its extension.
+  app.boxes.clear();
   EXPECT_FALSE(CreateShapefileFeatureClass(app, dir / "Other.shp", "Plots.shp",
                                            platform::SpatialReference::FromEpsg(26910),
                                            platform::GeometryType::Point, {}, false));

@@ -19,7 +19,7 @@ namespace {
 using platform::host::MessageButtons;
 using platform::host::MessageResult;
 
-TEST(FileOperations, WriteAddsOneLineEndAndReadGivesItBack) {
+TEST(FileOperations, WriteAddsOneLineEndAsksBeforeOverwritingAndLeavesNothingOnFailure) {
   testkit::TempDir dir;
   testkit::FakeApplication app;
   const std::string path = dir / "report.txt";
@@ -31,14 +31,9 @@ TEST(FileOperations, WriteAddsOneLineEndAndReadGivesItBack) {
   EXPECT_TRUE(app.boxes.empty());
   EXPECT_TRUE(WriteTextFileOverwrite(path, ""));
   EXPECT_EQ(ReadTextFile(path), "\r\n");
-}
 
-TEST(FileOperations, ExistingFileAsksBeforeOverwriting) {
-  testkit::TempDir dir;
-  testkit::FakeApplication app;
-  const std::string path = dir / "plots.way";
+  // Without leave to overwrite an existing file asks first.
   std::ofstream(path) << "old";
-
   app.answers.push_back(MessageResult::Cancel);
   EXPECT_FALSE(WriteTextFile(app, path, "new", false));
   EXPECT_EQ(ReadTextFile(path), "old");
@@ -52,11 +47,8 @@ TEST(FileOperations, ExistingFileAsksBeforeOverwriting) {
   EXPECT_TRUE(WriteTextFile(app, path, "new", false));
   EXPECT_EQ(ReadTextFile(path), "new\r\n");
   EXPECT_EQ(app.boxes.size(), 2u);
-}
 
-TEST(FileOperations, UnwritablePathClimbsTheErrorRoad) {
-  testkit::TempDir dir;
-  testkit::FakeApplication app;
+  // An unwritable path climbs the error road.
   EXPECT_THROW(WriteTextFile(app, dir / "missing/x.txt", "t", true), RoutineError);
   // A text that cannot take its name leaves nothing of itself behind.
   std::filesystem::create_directories(dir.path() / "taken.txt/inside");

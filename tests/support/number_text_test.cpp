@@ -132,14 +132,5 @@ TEST(TimeOperations, StampLongFormsAndElapsedTexts) {
   for (const auto& [span, text] : elapsed) EXPECT_EQ(ReturnTimeElapsedText(t, t + span), text);
 }
 
-TEST(TimeOperations, ElapsedRtfLines) {
-  const auto began = At(2026, 11, 23, 9, 5, 7);
-  const auto ended = At(2026, 11, 24, 13, 0, 0);
-  EXPECT_EQ(ReturnTimeElapsedRTF(began, ended, 8),
-            "\\b\\fs8 Analysis Began:\\b0\\i    Monday, November 23, 2026 at 9:05:07 AM\\par\n"
-            "\\b\\i0 Analysis Complete:\\b0\\i    Tuesday, November 24, 2026 at 1:00:00 PM\\par\n"
-            "\\b\\i0 Time Elapsed:\\b0\\i    Time Elapsed: 1 day, 3 hours, 54 minutes, 53 seconds...\\par");
-}
-
 }  // namespace
 }  // namespace tarnwick

@@ -125,11 +125,9 @@ TEST(FieldNames, DbaseRule) {
 }
 
 TEST(FieldNames, FileGeodatabaseRule) {
-  EXPECT_EQ(ReturnValidFGDBFieldName("select", nullptr), "select_");
-  EXPECT_EQ(ReturnValidFGDBFieldName("Values", nullptr), "Values_");
-  EXPECT_EQ(ReturnValidFGDBFieldName("1st", nullptr), "z1st");
-  EXPECT_EQ(ReturnValidFGDBFieldName("_first", nullptr), "_first");
-  EXPECT_EQ(ReturnValidFGDBFieldName("stand id.v2", nullptr), "stand_id_v2");
+  const std::pair<const char*, const char*> cases[] = {
+      {"select", "select_"}, {"Values", "Values_"}, {"1st", "z1st"}, {"_first", "_first"}, {"stand id.v2", "stand_id_v2"}};
+  for (const auto& [name, expected] : cases) EXPECT_EQ(ReturnValidFGDBFieldName(name, nullptr), expected) << name;
   EXPECT_EQ(ReturnValidFGDBFieldName(std::string(80, 'x'), nullptr).size(), 80u);
 
   const Names taken{"StandID", "standid_2", "SELECT_"};

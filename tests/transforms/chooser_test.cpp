@@ -30,7 +30,7 @@ void ExpectHolds(const std::string& text, const std::vector<std::string>& parts)
   for (const auto& part : parts) EXPECT_TRUE(Contains(text, part)) << part << " in\n" << text;
 }
 
-TEST(frmTransform, ExplainsListsRanksAndSetsTheExtension) {
+TEST(frmTransform, ExplainsListsRanksAndSetsTheExtensionOrOnlySkipsWithoutCandidates) {
   Session s;
   auto stands = testing::SquareLayer(s.dir, "Stands", Epsg(26710), 630000, 4270000, 1000);
   auto plots = testing::SquareLayer(s.dir, "Plots", Epsg(26910), 630000, 4270000, 1000);
@@ -82,22 +82,21 @@ TEST(frmTransform, ExplainsListsRanksAndSetsTheExtension) {
   frmTransform cancelled(s.Host(), {plots, stands});
   cancelled.Fire("cmdCancel", ControlEvent::Click);
   EXPECT_FALSE(s.extension.SpecifiedGeoTransform || s.extension.SelectedGeoTransformation);
-}
 
-TEST(frmTransform, WithoutCandidatesOnlySkippingIsPossible) {
-  Session s;
-  frmTransform form(s.Host(), {Epsg(4272), Epsg(4267)});
-  EXPECT_EQ(form["lbxTransformations"].entries, (std::vector<std::string>{kNoKnownTransformations}));
-  EXPECT_EQ(form["optApply"].value, 0);
-  ExpectHolds(form["txtMessage"].text, {R"(\b GCS_New_Zealand_1949\b0  is in)", R"(\b Your Output Waypoint File\b0  is in)"});
-  form.SetListIndex("lbxTransformations", 0);
-  EXPECT_FALSE(form["cmdOK"].enabled);
-  form.Fire("lbxTransformations", ControlEvent::DblClick);
-  ASSERT_EQ(s.app.reports.size(), 1u);
-  EXPECT_TRUE(Contains(s.app.reports[0].text, "No information available..."));
-  form.SetValue("optSkip", 1);
-  EXPECT_TRUE(form["cmdOK"].enabled);
-  form.Fire("cmdOK", ControlEvent::Click);
+  // Without candidates only skipping is possible.
+  frmTransform none(s.Host(), {Epsg(4272), Epsg(4267)});
+  EXPECT_EQ(none["lbxTransformations"].entries, (std::vector<std::string>{kNoKnownTransformations}));
+  EXPECT_EQ(none["optApply"].value, 0);
+  ExpectHolds(none["txtMessage"].text,
+              {R"(\b GCS_New_Zealand_1949\b0  is in)", R"(\b Your Output Waypoint File\b0  is in)"});
+  none.SetListIndex("lbxTransformations", 0);
+  EXPECT_FALSE(none["cmdOK"].enabled);
+  none.Fire("lbxTransformations", ControlEvent::DblClick);
+  ASSERT_EQ(s.app.reports.size(), 2u);
+  EXPECT_TRUE(Contains(s.app.reports[1].text, "No information available..."));
+  none.SetValue("optSkip", 1);
+  EXPECT_TRUE(none["cmdOK"].enabled);
+  none.Fire("cmdOK", ControlEvent::Click);
   EXPECT_TRUE(s.extension.ChoseToSkipGeoTransformation && !s.extension.SpecifiedGeoTransform);
 }
 

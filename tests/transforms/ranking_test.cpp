@@ -70,7 +70,7 @@ TEST(RankTransformsByDatasetCentroid, DataInCaliforniaAndInAlaskaRankDifferently
   EXPECT_TRUE(app.boxes.empty());
 }
 
-TEST(RankTransformsByDatasetCentroid, UnknownTransformationsMeasureTenThousand) {
+TEST(RankTransformsByDatasetCentroid, UnknownsMeasureTenThousandAndShortListsAreNotMeasured) {
   testkit::FakeApplication app;
   const auto point = platform::Geometry::MakePoint(0, 10, Epsg(4326));
   GeoTransformation unknown{"Made_Up_To_WGS_1984", 0, "EPSG", 4230, 4326};
@@ -92,12 +92,9 @@ TEST(RankTransformsByDatasetCentroid, UnknownTransformationsMeasureTenThousand) 
   // Accuracy 999 far away ranks behind the unknown one.
   EXPECT_EQ(ranked.entries[3].transformation.code, 108134);
   EXPECT_GT(ranked.entries[3].measure, 1e6);
-}
 
-TEST(RankTransformsByDatasetCentroid, ShortListsAreNotMeasuredAndNoLocationIsAnError) {
-  testkit::FakeApplication app;
+  // Short lists are not measured: one entry comes back without any location at all.
   GeoTransformation only{"Abidjan_1987_To_WGS_1984", 1470, "EPSG", 4143, 4326};
-  // One entry comes back without any location at all.
   auto one = Rank(app, {only}, nullptr, nullptr);
   EXPECT_FALSE(one.measured);
   ASSERT_EQ(one.entries.size(), 1u);
@@ -115,15 +112,17 @@ TEST(RankTransformsByDatasetCentroid, ShortListsAreNotMeasuredAndNoLocationIsAnE
 // Every row is complete; every centre is the middle of its box, and boxes
 // across the 180th meridian are measured the short way with the centre
 // brought back into -180..180.
-TEST(Catalogue, EveryRowIsCompleteAndCentredAlsoAcrossTheAntimeridian) {
+TEST(Catalogue, EveryRowIsCompleteAndCentredAndNamesKeepTheirIrregularities) {
   const auto rows = CatalogueRows();
+  const auto& coll = ReturnTransformColl();
+  const auto& byName = ReturnTransformColl2();
   ASSERT_EQ(rows.size(), 1354u);
   EXPECT_EQ(rows.front().name, "Abidjan_1987_To_WGS_1984");
   EXPECT_EQ(rows.back().name, "Zanderij_To_WGS_1984");
-  EXPECT_EQ(ReturnTransformColl().size(), 1354u);
-  EXPECT_EQ(ReturnTransformColl2().size(), 1354u);
+  EXPECT_EQ(coll.size(), 1354u);
+  EXPECT_EQ(byName.size(), 1354u);
   // Fiji's main islands cross the 180th meridian.
-  EXPECT_EQ(ReturnTransformColl().at("15875").centreLon, 178.75);
+  EXPECT_EQ(coll.at("15875").centreLon, 178.75);
   int crossing = 0;
   for (const auto& r : rows) {
     SCOPED_TRACE(r.name);
@@ -142,12 +141,9 @@ TEST(Catalogue, EveryRowIsCompleteAndCentredAlsoAcrossTheAntimeridian) {
   }
   EXPECT_GT(crossing, 30);  // Alaska, Fiji, New Zealand's islands, the Aleutians...
   // Alaska crosses too: its centre lies west of both limits' plain average.
-  EXPECT_LT(ReturnTransformColl().at("1243").centreLon, -150);
-}
+  EXPECT_LT(coll.at("1243").centreLon, -150);
 
-TEST(Catalogue, NamesKeepTheirIrregularitiesAndKeysIgnoreCase) {
-  const auto& coll = ReturnTransformColl();
-  const auto& byName = ReturnTransformColl2();
+  // Names keep their irregularities; keys ignore case.
   EXPECT_EQ(byName.at("Nepal_Nagarkot_TO_WGS_1984_1"), 108015);
   EXPECT_EQ(coll.at("1470").area, "Cote d'Ivoire (Ivory Coast)");
   const std::string blank = "AGD_1966_To_GDA_1994_10_NTv2_New_South_Wales_a nd_Victoria";

@@ -35,14 +35,19 @@ TEST(PredefinedSet, CarriesEsriNamesAndGeographicEnds) {
   EXPECT_TRUE(from.FactoryCode() == 4267 && to.FactoryCode() == 4269 && from.IsGeographic());
 }
 
-TEST(ReturnArrayOfTransformsForSpRefs, ListsWhatJoinsTheTwoSystemsEitherWay) {
+TEST(ReturnArrayOfTransformsForSpRefs, ListsWhatJoinsTheTwoSystemsEitherWayOrShowsANumberedBoxWhyNot) {
+  testkit::TempDir dir;
   testkit::FakeApplication app;
   bool error = true, same = true;
-  std::string message = "stale", name1 = "A", name2 = "B";
+  std::string message = "stale", name1 = "First", name2 = "Second";
   const auto search = [&](const SearchObject& one, const SearchObject& two) {
     auto list = ReturnArrayOfTransformsForSpRefs(app, one, two, error, message, same, name1, name2);
     EXPECT_TRUE(list);
     return list ? *list : TransformList{};
+  };
+  const auto refuse = [&](const SearchObject& one, const SearchObject& two) {
+    EXPECT_FALSE(ReturnArrayOfTransformsForSpRefs(app, one, two, error, message, same, name1, name2));
+    return app.boxes.empty() ? std::string() : app.boxes.back().text;
   };
 
   // Projected NAD 1927 against geographic NAD 1983: the systems underneath
@@ -55,7 +60,7 @@ TEST(ReturnArrayOfTransformsForSpRefs, ListsWhatJoinsTheTwoSystemsEitherWay) {
     EXPECT_TRUE((t.fromGcsCode == 4267 && t.toGcsCode == 4269) || (t.fromGcsCode == 4269 && t.toGcsCode == 4267))
         << t.name;
   }
-  EXPECT_EQ(name1, "A");  // references keep the names they were given
+  EXPECT_EQ(name1, "First");  // references keep the names they were given
   // The other way round gives the same list in the same order.
   EXPECT_EQ(Codes(search(Epsg(4269), Epsg(4267))), codes);
 
@@ -67,18 +72,8 @@ TEST(ReturnArrayOfTransformsForSpRefs, ListsWhatJoinsTheTwoSystemsEitherWay) {
   EXPECT_TRUE(search(Epsg(4269), Epsg(26910)).empty());
   EXPECT_TRUE(same);
   EXPECT_TRUE(app.boxes.empty());
-}
 
-TEST(ReturnArrayOfTransformsForSpRefs, ShowsANumberedBoxForEachKindOfFailure) {
-  testkit::TempDir dir;
-  testkit::FakeApplication app;
-  bool error = false, same = true;
-  std::string message, name1 = "First", name2 = "Second";
-  const auto refuse = [&](const SearchObject& one, const SearchObject& two) {
-    EXPECT_FALSE(ReturnArrayOfTransformsForSpRefs(app, one, two, error, message, same, name1, name2));
-    return app.boxes.empty() ? std::string() : app.boxes.back().text;
-  };
-
+  // A numbered box for each kind of failure.
   auto unknown = testing::SquareLayer(dir, "NoSystem", platform::SpatialReference(), 0, 0, 10);
   EXPECT_EQ(refuse(unknown, Epsg(4326)),
             "1: Problem in ReturnArrayOfTransformsForSpRefs\n  --> Spatial Reference is unknown!");

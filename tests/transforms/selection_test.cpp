@@ -53,18 +53,10 @@ TEST(SelectGeoTransformation, SearchesOnceThenFindsItInTheMap) {
   EXPECT_TRUE(app.boxes.empty());
 }
 
-TEST(ProjectGeometryToGeographicCoordinates, ProjectsOnlyProjectedGeometries) {
+// Projected and geographic data are the ranking tests'; a geometry without
+// a system is refused with a box and left alone.
+TEST(ProjectGeometryToGeographicCoordinates, RefusesAnUnknownSystem) {
   testkit::FakeApplication app;
-  auto utm = platform::Geometry::MakePoint(500000, 4000000, Epsg(26910));
-  ProjectGeometryToGeographicCoordinates(app, utm);
-  EXPECT_EQ(utm.SpatialRef().FactoryCode(), 4269);
-  EXPECT_NEAR(utm.PointXY().x, -123.0, 1e-9);
-  EXPECT_NEAR(utm.PointXY().y, 36.14, 0.01);
-
-  auto geographic = platform::Geometry::MakePoint(10, 20, Epsg(4326));
-  ProjectGeometryToGeographicCoordinates(app, geographic);
-  EXPECT_EQ(geographic.PointXY(), (platform::XY{10, 20}));
-
   auto bare = platform::Geometry::MakePoint(1, 2, platform::SpatialReference());
   ProjectGeometryToGeographicCoordinates(app, bare);
   ASSERT_EQ(app.boxes.size(), 1u);
