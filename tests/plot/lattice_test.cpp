@@ -19,10 +19,7 @@ using platform::SpatialReference;
 using platform::XY;
 
 constexpr double kDegree = 3.14159265358979323846 / 180;
-const SpatialReference& Utm() {
-  static const SpatialReference utm = SpatialReference::FromEpsg(26910);
-  return utm;
-}
+const SpatialReference kUtm = SpatialReference::FromEpsg(26910);
 
 TEST(LatticeDirections, FollowTheOrientationClasses) {
   struct Case {
@@ -37,12 +34,9 @@ TEST(LatticeDirections, FollowTheOrientationClasses) {
   for (const Case& c : cases) {
     double orientation = c.orientation;
     const LatticeDirections d = ReturnLatticeDirections(orientation);
-    SCOPED_TRACE(c.orientation);
-    EXPECT_DOUBLE_EQ(orientation, c.normalised);
-    EXPECT_DOUBLE_EQ(d.east, c.east);
-    EXPECT_DOUBLE_EQ(d.north, c.north);
-    EXPECT_DOUBLE_EQ(d.west, c.west);
-    EXPECT_DOUBLE_EQ(d.south, c.south);
+    EXPECT_EQ((std::vector<double>{orientation, d.east, d.north, d.west, d.south}),
+              (std::vector<double>{c.normalised, c.east, c.north, c.west, c.south}))
+        << c.orientation;
   }
 }
 
@@ -53,7 +47,7 @@ const char* kConcaveStand =
 
 // The exact points of orientation 0 are the whole-run test's.
 TEST(ReturnTestPointCollection2, PlaneLatticeIsCompleteInsideAndOrdered) {
-  const Geometry polygon = Geometry::FromWkt(kConcaveStand, Utm());
+  const Geometry polygon = Geometry::FromWkt(kConcaveStand, kUtm);
   const PreparedPolygon prepared(polygon);
   const XY origin{500123.4, 4000077.7};  // any point: the lattice passes through it
   const double xSpacing = 23, ySpacing = 31;
@@ -145,7 +139,7 @@ TEST(SearchSpacingForCount, HitsTheTargetOnConcaveStands) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(std::to_string(c.target) + " in " + c.wkt);
-    const Geometry polygon = Geometry::FromWkt(c.wkt, Utm());
+    const Geometry polygon = Geometry::FromWkt(c.wkt, kUtm);
     const PreparedPolygon prepared(polygon);
     const SpacingOption spacing = PlotsPerPolygon{c.target, SpacingRatio::Of(c.ratio)};
     const StandOriginContext origin = PrepareStandOrigin(polygon, NoAnchor{}, nullptr);
@@ -165,7 +159,7 @@ TEST(SearchSpacingForCount, HitsTheTargetOnConcaveStands) {
 }
 
 TEST(SearchSpacingForCount, ZeroTargetBuildsNothingAndANegativeOrNullTargetFails) {
-  const Geometry polygon = Geometry::FromWkt("POLYGON((0 0,100 0,100 100,0 100,0 0))", Utm());
+  const Geometry polygon = Geometry::FromWkt("POLYGON((0 0,100 0,100 100,0 100,0 0))", kUtm);
   const PreparedPolygon prepared(polygon);
   const StandOriginContext origin = PrepareStandOrigin(polygon, NoAnchor{}, nullptr);
   platform::Feature stand;

@@ -94,7 +94,8 @@ TEST_F(PlotRun, NewClassReportParameterPurposeAndMetadata) {
   testkit::ExpectGolden(result.parameterText + "\n" + result.purposeText + "\n", "plot_run_new_class.txt",
                         {{store, "<STORE>"}});
 
-  // The points: text plot IDs from 1, the stand's ID, northern row first.
+  // The points: text plot IDs from 1, the stand's ID, a 3 by 3 grid from
+  // 20 m inside each stand, northern row first, west to east.
   const auto plots = ReadAll(*result.outputClass);
   ASSERT_EQ(plots.size(), 18u);
   const int standField = result.outputClass->FindField("StandID");
@@ -102,11 +103,8 @@ TEST_F(PlotRun, NewClassReportParameterPurposeAndMetadata) {
   for (int i = 0; i < 18; ++i) {
     EXPECT_EQ(platform::ValueToText(plots[i].values.at(plotField)), std::to_string(i + 1));
     EXPECT_EQ(platform::ValueToText(plots[i].values.at(standField)), i < 9 ? "A" : "B");
+    EXPECT_EQ(plots[i].shape.PointXY(), (XY{500020.0 + 200 * (i / 9) + 30 * (i % 3), 4000080.0 - 30 * (i % 9 / 3)}));
   }
-  EXPECT_EQ(plots[0].shape.PointXY(), (XY{500020, 4000080}));
-  EXPECT_EQ(plots[1].shape.PointXY(), (XY{500050, 4000080}));
-  EXPECT_EQ(plots[8].shape.PointXY(), (XY{500080, 4000020}));
-  EXPECT_EQ(plots[9].shape.PointXY(), (XY{500220, 4000080}));
 
   // The new class joins the map; the progress bar was used and put away.
   ASSERT_EQ(document.FocusMap().Layers().size(), 1u);

@@ -20,16 +20,6 @@ using ::testing::StartsWith;
 Value T(const char* s) { return Value{std::string(s)}; }
 Value I(std::int64_t i) { return Value{i}; }
 
-void SetAll(platform::FeatureClass& featureClass, const std::string& field, const Value& value) {
-  const auto index = static_cast<size_t>(featureClass.FindField(field));
-  auto cursor = featureClass.Update();
-  while (auto feature = cursor->NextFeature()) {
-    feature->values.at(index) = value;
-    cursor->UpdateFeature(*feature);
-  }
-  cursor->Flush();
-}
-
 platform::Field FieldOf(const platform::FeatureClass& featureClass, const std::string& name) {
   return featureClass.Fields().at(static_cast<size_t>(featureClass.FindField(name)));
 }
@@ -49,9 +39,10 @@ TEST(ImportStandIDValues, GeoPackageTakesFirstStandNullsAndReusesOrRenamesFields
   testkit::TempDir dir;
   const std::string store = dir / "inventory.gpkg";
   auto stands = MakeStands(store, 26910, ThreeStands());
-  auto points = MakePoints(store, "Plots", 26910, {Field{"Age", "", FieldType::String, 8}, Field{"Area", "", FieldType::Double}},
-                           FivePlots());
-  SetAll(*points, "Area", Value{99.0});  // old values that the run overwrites
+  // Area holds old values that the run overwrites.
+  auto points = MakePoints(store, "Plots", 26910,
+                           {Field{"Age", "", FieldType::String, 8}, Field{"Area", "", FieldType::Double}}, FivePlots(),
+                           {Value{}, Value{99.0}});
   testkit::FakeApplication app;
   const auto result = ImportStandIDValues(app, nullptr, Parameters(stands, points, {"Age", "Area"}));
   ASSERT_TRUE(result.Succeeded()) << result.errorText;

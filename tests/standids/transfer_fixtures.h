@@ -26,15 +26,20 @@ inline std::shared_ptr<platform::FeatureClass> MakeStands(const std::string& sto
                             rows);
 }
 
-// Class `name` of points with PlotID (integer, from 1) and the extra fields given.
+// Class `name` of points with PlotID (integer, from 1) and the extra fields
+// given, which hold extraValues (Null where left out) on every point.
 inline std::shared_ptr<platform::FeatureClass> MakePoints(const std::string& store, const std::string& name, int epsg,
                                                           const std::vector<Field>& extraFields,
-                                                          const std::vector<std::optional<platform::XY>>& points) {
+                                                          const std::vector<std::optional<platform::XY>>& points,
+                                                          const std::vector<Value>& extraValues = {}) {
   std::vector<Field> fields = {Field{"PlotID", "", FieldType::Integer}};
   fields.insert(fields.end(), extraFields.begin(), extraFields.end());
   std::vector<testkit::Row> rows;
   std::int64_t id = 1;
-  for (const auto& xy : points) rows.push_back({xy ? testkit::PointWkt(xy->x, xy->y) : "", {Value{id++}}});
+  for (const auto& xy : points) {
+    rows.push_back({xy ? testkit::PointWkt(xy->x, xy->y) : "", {Value{id++}}});
+    rows.back().values.insert(rows.back().values.end(), extraValues.begin(), extraValues.end());
+  }
   return testkit::MakeClass(store,
                             testkit::ClassSpec(name, platform::GeometryType::Point,
                                                platform::SpatialReference::FromEpsg(epsg), fields),
