@@ -60,7 +60,7 @@ TEST_P(MetadataOnStores, EditsAreStoredAndReadBackByALaterRun) {
                    "eainfo/detailed/attr[2]/");
 }
 
-TEST_P(MetadataOnStores, SynchroniseListsFieldsExtentReferenceAndCount) {
+TEST_P(MetadataOnStores, SynchroniseListsFieldsExtentReferenceAndCountAndTheSettersFillTheDocument) {
   auto plots = Create();
   ASSERT_EQ(SynchronizeMetadata(*plots), "Succeeded");
   MetadataPropertySet set = ReturnMetadataPropertySet(*plots);
@@ -98,12 +98,8 @@ TEST_P(MetadataOnStores, SynchroniseListsFieldsExtentReferenceAndCount) {
   ExpectProperties(ReturnMetadataPropertySet(*plots), {{"attr[3]/attrdef", "Plot number."},
                                                        {"attr[4]/attrlabl", "Age"}, {"attr[4]/attrtype", "Double"}},
                    "eainfo/detailed/");
-}
 
-TEST_P(MetadataOnStores, FieldLookupDatesStatusMaintenanceVersionAndContacts) {
-  auto plots = Create();
-  ASSERT_EQ(SynchronizeMetadata(*plots), "Succeeded");
-  bool error = false;
+  // Field lookup, dates, status, maintenance, version and contacts.
   EXPECT_EQ(ReturnAttributeFieldXPathIndex(*plots, "plotid", error), 3);
   EXPECT_FALSE(error);
 
@@ -117,7 +113,7 @@ TEST_P(MetadataOnStores, FieldLookupDatesStatusMaintenanceVersionAndContacts) {
   EXPECT_EQ(SetResourceMaintenance(*plots, 9), "Succeeded");
   EXPECT_EQ(SetFormatVersion(*plots, "v1", true, nullptr, app), "Succeeded");
   EXPECT_EQ(app.boxes.back().text, "Map Document required to generate version!");
-  auto set = ReturnMetadataPropertySet(*plots);
+  set = ReturnMetadataPropertySet(*plots);
   ExpectProperties(set, {{"dataIdInfo/idCitation/date/createDate", "2023-04-05T06:07:08"},
                          {"dataIdInfo/idStatus/ProgCd/@value", "001"},
                          {"dataIdInfo/resMaint/maintFreq/MaintFreqCd/@value", "009"},

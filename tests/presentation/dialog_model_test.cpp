@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <tuple>
+#include <vector>
 
 #include "errors/error_road.h"
 #include "presentation/anchoring.h"
@@ -61,45 +63,37 @@ class OneControlForm : public DialogModel {
   }
 };
 
-struct RuleCase {
-  long rule;
-  long containerBefore, position, size;
-  long containerAfter, expectedPosition, expectedSize;
-};
-
+// Each rule on both axes of a control in a form resized from `before` to
+// `after`; a form of no size cannot give the scaling rules their ratios.
 TEST(Anchoring, RulesMoveAndStretchInBothDirections) {
-  const RuleCase cases[] = {
-      {3, 3000, 500, 1000, 3500, 500, 1500},   // far margin kept: 1,000 wide becomes 1,500
-      {5, 3000, 2900, 100, 3500, 3400, 100},   // follows the far edge: 2,900 becomes 3,400
-      {0, 3000, 300, 600, 6000, 600, 1200},    // scales
-      {1, 3000, 300, 600, 6000, 300, 1200},    // fixed start, size scales
-      {2, 3000, 300, 600, 6000, 300, 600},     // fixed
-      {4, 3000, 1000, 1000, 4000, 1500, 1000}, // centre scales
-      {6, 3000, 1000, 1000, 6000, 3000, 2000}, // far margin kept, size scales
-      {9, 3000, 300, 600, 6000, 300, 600},     // no such rule: nothing moves
-  };
-  for (const RuleCase& c : cases) {
-    SCOPED_TRACE("rule " + std::to_string(c.rule));
+  for (const auto& [rule, before, position, size, after, expectedPosition, expectedSize] :
+       std::vector<std::tuple<long, long, long, long, long, long, long>>{
+           {3, 3000, 500, 1000, 3500, 500, 1500},    // far margin kept: 1,000 wide becomes 1,500
+           {5, 3000, 2900, 100, 3500, 3400, 100},    // follows the far edge: 2,900 becomes 3,400
+           {0, 3000, 300, 600, 6000, 600, 1200},     // scales
+           {1, 3000, 300, 600, 6000, 300, 1200},     // fixed start, size scales
+           {2, 3000, 300, 600, 6000, 300, 600},      // fixed
+           {4, 3000, 1000, 1000, 4000, 1500, 1000},  // centre scales
+           {6, 3000, 1000, 1000, 6000, 3000, 2000},  // far margin kept, size scales
+           {9, 3000, 300, 600, 6000, 300, 600},      // no such rule: nothing moves
+       }) {
     OneControlForm form;
-    form.formBounds = {0, 0, c.containerBefore, c.containerBefore};
-    form["ctl"].bounds = {c.position, c.position, c.size, c.size};
+    form.formBounds = {0, 0, before, before};
+    form["ctl"].bounds = {position, position, size, size};
     AnchorObjectList list(form);
-    list.Item("ctl").SetAnchors(c.rule, c.rule);
-    form.formBounds = {0, 0, c.containerAfter, c.containerAfter};
+    list.Item("ctl").SetAnchors(rule, rule);
+    form.formBounds = {0, 0, after, after};
     list.DoAnchors();
     const ControlBounds& b = form["ctl"].bounds;
-    EXPECT_EQ(b.left, c.expectedPosition);
-    EXPECT_EQ(b.width, c.expectedSize);
-    EXPECT_EQ(b.top, c.expectedPosition);
-    EXPECT_EQ(b.height, c.expectedSize);
+    EXPECT_EQ(std::tie(b.left, b.width, b.top, b.height),
+              std::tie(expectedPosition, expectedSize, expectedPosition, expectedSize))
+        << "rule " << rule;
   }
-}
 
-TEST(Anchoring, AFormOfNoSizeCannotGiveTheScalingRulesTheirRatios) {
-  OneControlForm form;
-  AnchorObjectList list(form);
+  OneControlForm empty;
+  AnchorObjectList list(empty);
   list.Item("ctl");
-  form.formBounds = {};
+  empty.formBounds = {};
   EXPECT_THROW(list.SetAnchors(), RoutineError);
 }
 

@@ -30,7 +30,7 @@ std::vector<fs::path> LogFiles(const fs::path& dir) {
   return found;
 }
 
-TEST(ErrorRoad, NestedRoutinesStackInnermostLastAndLogBesideTheDocument) {
+TEST(ErrorRoad, NestedRoutinesStackInnermostLastLogBesideTheDocumentAndNeverThrow) {
   testkit::TempDir dir;
   testkit::FakeApplication app;
   platform::host::MemoryMapDocument doc(dir / "stands.mxd", "stands");
@@ -66,6 +66,21 @@ TEST(ErrorRoad, NestedRoutinesStackInnermostLastAndLogBesideTheDocument) {
   ASSERT_EQ(app.windows.size(), 1u);
   EXPECT_EQ(app.windows[0], expected);
   EXPECT_EQ(testkit::ReadFile(files[0]), expected + "\r\n");
+
+  // A log that cannot be written, or no error in flight, still reports and never throws.
+  platform::host::MemoryMapDocument unwritable(dir / "missing/folder/x.mxd", "x");
+  try {
+    Level2();
+  } catch (...) {
+    EXPECT_NO_THROW(log = HandleErrorAtEntryPoint("Run", "M", &app, &unwritable));
+  }
+  EXPECT_TRUE(log.path.empty());
+  ASSERT_EQ(app.windows.size(), 2u);
+  EXPECT_NE(app.windows[1].find("\tLevel2 TestModule"), std::string::npos);
+  log = HandleErrorAtEntryPoint("Run", "M", &app, &doc, {});
+  EXPECT_EQ(app.windows.size(), 3u);
+  EXPECT_FALSE(log.path.empty());
+  EXPECT_THROW(HandleError("Inner", "M"), RoutineError);
 }
 
 TEST(ErrorRoad, InnerLevelsKeepNumberAndSourceOfPlatformErrors) {
@@ -84,7 +99,7 @@ TEST(ErrorRoad, InnerLevelsKeepNumberAndSourceOfPlatformErrors) {
   }
 }
 
-TEST(ErrorRoad, ErrorAtTheEntryPointShowsTheBanner) {
+TEST(ErrorRoad, ErrorAtTheEntryPointShowsTheBannerWithTheHostsVersionOrTheProgramsOwn) {
   testkit::TempDir dir;
   testkit::FakeApplication app;  // version 1.2.3
   platform::host::MemoryMapDocument doc(dir / "sub/../inventory.mxd", "inventory");
@@ -103,13 +118,11 @@ TEST(ErrorRoad, ErrorAtTheEntryPointShowsTheBanner) {
   EXPECT_EQ(log.text.substr(log.text.size() - tail.size()), tail);
   EXPECT_TRUE(log.text.starts_with("Error in 'inventory.mxd'\r\n"));
   EXPECT_EQ(LogFiles(dir.path()).size(), 1u);
-}
 
-TEST(ErrorRoad, NoApplicationOrDocumentLogsInTheWorkingDirectory) {
-  testkit::TempDir dir;
+  // Without application or document: the program's own version, and the log
+  // in the working folder.
   const fs::path previous = fs::current_path();
-  fs::current_path(dir.path());
-  ErrorLog log;
+  fs::current_path(dir.path() / "sub");
   try {
     RaiseError(0, "x", "");  // number 0 still gives the whole report
   } catch (...) {
@@ -117,7 +130,7 @@ TEST(ErrorRoad, NoApplicationOrDocumentLogsInTheWorkingDirectory) {
   }
   const fs::path cwd = fs::current_path();
   fs::current_path(previous);
-  const auto files = LogFiles(dir.path());
+  const auto files = LogFiles(dir.path() / "sub");
   ASSERT_EQ(files.size(), 1u);
   EXPECT_EQ(log.number, 0);
   EXPECT_EQ(log.text, "Error in '.mxd'\r\n"
@@ -126,27 +139,6 @@ TEST(ErrorRoad, NoApplicationOrDocumentLogsInTheWorkingDirectory) {
                           (cwd / files[0].filename()).string() +
                           "\r\n\r\nMain cli \r\n"
                           "TNWK Waypoint Converter v. 0.1.0:  Error Number 0\r\nDescription:  \r\n\r\n");
-}
-
-TEST(ErrorRoad, UnwritableLogOrNoErrorInFlightStillReportsAndNeverThrows) {
-  testkit::TempDir dir;
-  testkit::FakeApplication app;
-  platform::host::MemoryMapDocument doc(dir / "missing/folder/x.mxd", "x");
-  ErrorLog log;
-  try {
-    Level2();
-  } catch (...) {
-    EXPECT_NO_THROW(log = HandleErrorAtEntryPoint("Run", "M", &app, &doc));
-  }
-  EXPECT_TRUE(log.path.empty());
-  ASSERT_EQ(app.windows.size(), 1u);
-  EXPECT_NE(app.windows[0].find("\tLevel2 TestModule"), std::string::npos);
-
-  platform::host::MemoryMapDocument writable(dir / "x.mxd", "x");
-  log = HandleErrorAtEntryPoint("Run", "M", &app, &writable, {});
-  EXPECT_EQ(app.windows.size(), 2u);
-  EXPECT_FALSE(log.path.empty());
-  EXPECT_THROW(HandleError("Inner", "M"), RoutineError);
 }
 
 }  // namespace

@@ -81,7 +81,7 @@ TEST(RtfReader, PlainTextTablesWithoutGroupsAndHostileInput) {
   EXPECT_EQ(hostile.paragraphs[0].runs.at(2).style.fontSize, 32767);
 }
 
-TEST(RtfToPlainText, ReportSubset) {
+TEST(RtfToPlainText, ReportSubsetUnicodeFallbacksAndNegativeCodes) {
   const std::string rtf =
       "{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0\\fswiss Arial;}{\\f1 Courier New;}}"
       "{\\colortbl;\\red255\\green0\\blue0;}{\\*\\generator Writer 1.0;}\n"
@@ -94,9 +94,6 @@ TEST(RtfToPlainText, ReportSubset) {
             "Stands:\t12\nPlots:\t340\n"
             "Path: C:\\data\\plots {new}\n"
             "Caf\xC3\xA9 \xE2\x80\x9Cquoted\xE2\x80\x9D 10\xC2\xA0m \xE2\x82\xAC" "5\n");
-}
-
-TEST(RtfToPlainText, UnicodeFallbacksAndNegativeCodes) {
   // \uc2 makes two stand-in characters follow each \u; a hex escape counts
   // as one of them. Negative codes are taken modulo 65536.
   EXPECT_EQ(RtfToPlainText("{\\uc2\\u233 xx\\u-3913\\'3f?!}"), "\xC3\xA9\xEF\x82\xB7!");

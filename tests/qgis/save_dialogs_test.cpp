@@ -2,19 +2,17 @@
 // file filters the tools give in their piped form.
 #include <gtest/gtest.h>
 
+#include <tuple>
+#include <vector>
+
 #include "host/save_dialogs.h"
 
 namespace tarnwick::desktop::testing {
 namespace {
 
 TEST(SaveDialogs, ThePathChosenNamesTheLocationAndItsCategory) {
-  struct Case {
-    std::string path;
-    SaveKind kind;
-    std::string name, location, category;
-    bool classNeeded;
-  };
-  for (const Case& c : std::vector<Case>{
+  for (const auto& [path, kind, name, location, category, classNeeded] :
+       std::vector<std::tuple<std::string, SaveKind, std::string, std::string, std::string, bool>>{
            {"/data/out/Plots", SaveKind::Shapefile, "Plots.shp", "/data/out", "Folder", false},
            {"/data/out/plots.shp", SaveKind::GeoPackage, "plots.shp", "/data/out", "Folder", false},
            {"/data/inv.gdb/Plots.shp", SaveKind::Shapefile, "Plots", "/data/inv.gdb", "File Geodatabase", false},
@@ -25,11 +23,10 @@ TEST(SaveDialogs, ThePathChosenNamesTheLocationAndItsCategory) {
            {"/data/forest", SaveKind::GeoPackage, "", "/data/forest.gpkg", "Personal Geodatabase", true},
            {"C:\\data\\new", SaveKind::FileGeodatabase, "", "C:/data/new.gdb", "File Geodatabase", true},
        }) {
-    const SaveTarget target = ClassifySavePath(c.path, c.kind);
-    EXPECT_EQ(target.choice.name, c.name) << c.path;
-    EXPECT_EQ(target.choice.location, c.location) << c.path;
-    EXPECT_EQ(target.choice.category, c.category) << c.path;
-    EXPECT_EQ(target.classNeeded, c.classNeeded) << c.path;
+    const SaveTarget target = ClassifySavePath(path, kind);
+    EXPECT_EQ(std::tie(target.choice.name, target.choice.location, target.choice.category, target.classNeeded),
+              std::tie(name, location, category, classNeeded))
+        << path;
   }
   EXPECT_EQ(QtFileFilter("Trimble Waypoint Files (*.way)|*.way"), "Trimble Waypoint Files (*.way)");
   EXPECT_EQ(QtFileFilter("Text|*.txt|All files (*.*)|*.*"), "Text (*.txt);;All files (*.*)");

@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QRegularExpression>
 #include <fstream>
+#include <tuple>
+#include <vector>
 
 #include "desktop_fixture.h"
 #include "testkit/temp_dir.h"
@@ -86,13 +88,9 @@ TEST(SettingsInProject, TravelInsideTheProjectFileToANewSession) {
 // (value 1, and 21 when it lies before), the rest stays, and the failure is
 // shown once and logged.
 TEST(SettingsInProject, ADamagedProjectOpensWithOneErrorShownAndLogged) {
-  struct Case {
-    const char* key;
-    const char* damaged;
-    const char* directoryType;
-  };
-  for (const Case& c : {Case{"v24", "", "Shapefile"}, Case{"v05", "<v05 type=\"QString\">abc</v05>", "old"}}) {
-    SCOPED_TRACE(c.key);
+  for (const auto& [key, damaged, directoryType] : std::vector<std::tuple<QString, QString, std::string>>{
+           {"v24", "", "Shapefile"}, {"v05", "<v05 type=\"QString\">abc</v05>", "old"}}) {
+    SCOPED_TRACE(key.toStdString());
     testkit::TempDir dir;
     const std::string path = dir / "damaged.qgs";
     {
@@ -102,9 +100,9 @@ TEST(SettingsInProject, ADamagedProjectOpensWithOneErrorShownAndLogged) {
       ASSERT_TRUE(desktop.project->write(QString::fromStdString(path)));
     }
     QString text = QString::fromStdString(testkit::ReadFile(path));
-    const QRegularExpression value(QString("<%1 type=\"[^\"]*\">[^<]*</%1>").arg(c.key));
+    const QRegularExpression value(QString("<%1 type=\"[^\"]*\">[^<]*</%1>").arg(key));
     ASSERT_EQ(text.count(value), 1);
-    std::ofstream(path) << text.replace(value, c.damaged).toStdString();
+    std::ofstream(path) << text.replace(value, damaged).toStdString();
 
     MiniDesktop desktop;
     DesktopSession session(desktop.Windows());
@@ -118,7 +116,7 @@ TEST(SettingsInProject, ADamagedProjectOpensWithOneErrorShownAndLogged) {
     EXPECT_TRUE(watcher.shown[0].contains("IPersistVariant_Load")) << watcher.shown[0].toStdString();
     EXPECT_EQ(QDir(QString::fromStdString(dir.path().string())).entryList({"Tarnwick_Error_Log_*.txt"}).size(), 1);
     EXPECT_EQ(e.StandIDHistory, "");
-    EXPECT_EQ(e.DirectoryType, c.directoryType);
+    EXPECT_EQ(e.DirectoryType, directoryType);
     EXPECT_FALSE(e.OrientationFromField);  // true in the file, never reached
   }
 }
