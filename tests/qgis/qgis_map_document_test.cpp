@@ -32,7 +32,7 @@ QgsVectorLayer* AddLayer(QgsProject& project, const std::string& source, const Q
   return layer;
 }
 
-TEST(QgisMapDocument, OffersFileLayersInTreeOrderWithTheirSelectionsAndAddsLayersAndMarkers) {
+TEST(QgisMapDocument, OffersFileLayersInTreeOrderWithTheirSelectionsAndAddsLayersMarkersAndProgress) {
   testkit::TempDir dir;
   WritePlotPoints(dir / "forest.gpkg", "Plots", 5);
   WritePlotPoints(dir / "forest.gpkg", "Cruise", 3);
@@ -93,11 +93,8 @@ TEST(QgisMapDocument, OffersFileLayersInTreeOrderWithTheirSelectionsAndAddsLayer
   EXPECT_EQ(map.GraphicNames(), std::vector<std::string>{"Other"});
   ASSERT_EQ(map.Markers().Markers().size(), 1u);
   EXPECT_EQ(desktop.canvas->scene()->items().count(const_cast<QgsVertexMarker*>(map.Markers().Markers()[0])), 1);
-}
 
-TEST(QgisStatusBar, ShowsTheRunsMessageAndCountsItsSteps) {
-  MiniDesktop desktop;
-  DesktopSession session(desktop.Windows());
+  // A run's progress: its message and its steps on QGIS's status bar.
   auto& bar = dynamic_cast<QgisStatusBar&>(session.Application().GetStatusBar());
   bar.ShowProgressBar("Generating plots...", 0, 10, 2, true);
   bar.Step();
