@@ -22,6 +22,7 @@
 #include "cli/tarnwick_program.h"
 #include "platform/dataset_lock.h"
 #include "platform/workspace.h"
+#include "plot/plot_fixtures.h"
 #include "testkit/dataset_snapshot.h"
 #include "testkit/layers.h"
 
@@ -43,17 +44,15 @@ const platform::SpatialReference& Utm() {
   return utm;
 }
 
-// stands.gpkg|Stands: StandID, Orient; squares of side metres in a row.
+// stands.gpkg|Stands (plotfix's stand class): squares of side metres in a
+// row, the orientation 0 but the second stand's.
 void MakeStands(const TempDir& dir, const std::vector<Value>& ids, double side = 100, Value secondOrient = Value{0.0}) {
-  std::vector<testkit::Row> rows;
-  for (std::size_t i = 0; i < ids.size(); ++i) {
-    rows.push_back({testkit::Square(500000 + 2 * side * static_cast<double>(i), 4000000, side),
-                    {ids[i], i == 1 ? secondOrient : Value{0.0}}});
+  std::vector<plotfix::StandRow> rows;
+  for (const Value& id : ids) {
+    const double x = 500000 + 2 * side * static_cast<double>(rows.size());
+    rows.push_back({testkit::Square(x, 4000000, side), id, {}, {}, {}, rows.size() == 1 ? secondOrient : Value{0.0}});
   }
-  testkit::MakeClass(dir / "stands.gpkg",
-                     testkit::ClassSpec("Stands", platform::GeometryType::Polygon, Utm(),
-                                        {Field{"StandID", "", FieldType::String, 10}, Field{"Orient", "", FieldType::Double}}),
-                     rows);
+  plotfix::MakeStands(dir / "stands.gpkg", Utm(), rows);
 }
 
 const std::string kStands = "--stands stands.gpkg --stand-id StandID";

@@ -6,32 +6,27 @@
 
 #include "cli/tarnwick_program.h"
 #include "platform/workspace.h"
+#include "plot/plot_fixtures.h"
 #include "testkit/layers.h"
 
 namespace tarnwick {
 namespace {
 
-using platform::Field;
-using platform::FieldType;
 using platform::Value;
 
 using CommandRun = testkit::CommandRun;
 
 // Class Stands (UTM 10N, or no reference) in "stands.gpkg", or in the
-// given store: StandID, Plots; 100 m squares 100 m apart.
+// given store: 100 m squares 100 m apart, each asking for 7 plots.
 void MakeStands(const testkit::TempDir& dir, const std::vector<Value>& ids, bool withReference = true,
                 const std::string& store = "stands.gpkg") {
-  std::vector<testkit::Row> rows;
-  for (std::size_t i = 0; i < ids.size(); ++i) {
-    rows.push_back({testkit::Square(500000 + 200.0 * static_cast<double>(i), 4000000, 100),
-                    {ids[i], Value{std::int64_t{7}}}});
+  std::vector<plotfix::StandRow> rows;
+  for (const Value& id : ids) {
+    rows.push_back({testkit::Square(500000 + 200.0 * static_cast<double>(rows.size()), 4000000, 100), id,
+                    Value{std::int64_t{7}}});
   }
-  testkit::MakeClass(dir / store,
-                     testkit::ClassSpec("Stands", platform::GeometryType::Polygon,
-                                        withReference ? platform::SpatialReference::FromEpsg(26910)
-                                                      : platform::SpatialReference{},
-                                        {Field{"StandID", "", FieldType::String, 10}, Field{"Plots", "", FieldType::Integer}}),
-                     rows);
+  plotfix::MakeStands(dir / store,
+                      withReference ? platform::SpatialReference::FromEpsg(26910) : platform::SpatialReference{}, rows);
 }
 
 std::int64_t Count(const std::string& workspace, const std::string& name) {
@@ -62,11 +57,8 @@ TEST(PlotLayoutCommand, WritesPlotsInEachStoreAsksBeforeReplacingAndAddsAboveThe
     EXPECT_TRUE(std::filesystem::exists(dir / store.report));
 
     auto plots = platform::Workspace::Open(dir / store.workspace)->OpenFeatureClass(store.name);
-    auto cursor = plots->Search();
-    const auto first = cursor->NextFeature();
-    ASSERT_TRUE(first.has_value());
-    EXPECT_EQ(platform::ValueToText(first->values.at(plots->FindField("PlotID"))), "1");
-    EXPECT_EQ(platform::ValueToText(first->values.at(plots->FindField("StandID"))), "A");
+    EXPECT_EQ(platform::ValueToText(testkit::Column(*plots, "PlotID").at(0)), "1");
+    EXPECT_EQ(platform::ValueToText(testkit::Column(*plots, "StandID").at(0)), "A");
 
     // A second run leaves the class alone unless asked to replace it.
     run = Tarnwick(dir, kGrid + " --out " + store.out);

@@ -19,17 +19,16 @@ namespace {
 using platform::host::ReportWindow;
 
 TEST(CommandTable, ToolbarItemsTextsAndEnabledRules) {
-  std::vector<std::string> ids;
-  std::vector<bool> groups;
+  std::vector<std::pair<std::string, bool>> items;  // each item's ID, and whether a separator comes before it
   for (long pos = 0; pos < clsTarnwickToolbar::ItemCount; ++pos) {
     ItemDef item;
     clsTarnwickToolbar::GetItemInfo(pos, item);
-    ids.push_back(item.ID);
-    groups.push_back(item.Group);
+    items.emplace_back(item.ID, item.Group);
   }
-  EXPECT_EQ(ids, (std::vector<std::string>{"Tarnwick.cmdTNWKWPConverter", "Tarnwick.clsPlotLayout",
-                                           "Tarnwick.clsTransferStandIDs", "Tarnwick.clsSelPointTool"}));
-  EXPECT_EQ(groups, (std::vector<bool>{false, false, false, true}));  // a separator before the anchor tool
+  EXPECT_EQ(items, (std::vector<std::pair<std::string, bool>>{{"Tarnwick.cmdTNWKWPConverter", false},
+                                                              {"Tarnwick.clsPlotLayout", false},
+                                                              {"Tarnwick.clsTransferStandIDs", false},
+                                                              {"Tarnwick.clsSelPointTool", true}}));
   EXPECT_EQ(clsTarnwickToolbar::Caption, "Tarnwick Tools");
 
   const CommandInfo* tool = FindCommand("Tarnwick.clsSelPointTool");
