@@ -13,7 +13,7 @@ namespace {
 
 const SpatialReference kUtm = SpatialReference::FromEpsg(26910);
 
-TEST(Geometry, SimplifyRepairsABowTie) {
+TEST(Geometry, SimplifyRepairsABowTieAndBuffersGrowShrinkOrEmpty) {
   const auto bowTie = Geometry::FromWkt("POLYGON ((0 0, 10 10, 10 0, 0 10, 0 0))", kUtm);
   EXPECT_FALSE(bowTie.IsKnownSimple());
   const auto repaired = bowTie.Simplify();
@@ -23,13 +23,9 @@ TEST(Geometry, SimplifyRepairsABowTie) {
   EXPECT_DOUBLE_EQ(repaired.Area(), 50.0);
   EXPECT_EQ(repaired.SpatialRef().FactoryCode(), 26910);
 
-  const auto square = Geometry::FromWkt("POLYGON ((0 0, 0 10, 10 10, 10 0, 0 0))", kUtm);
+  const auto square = Geometry::FromWkt("POLYGON ((0 0, 0 100, 100 100, 100 0, 0 0))", kUtm);
   EXPECT_TRUE(square.IsKnownSimple());
   EXPECT_EQ(square.Simplify().ToWkt(), square.ToWkt());
-}
-
-TEST(Geometry, NegativeBufferShrinksAndCanEmpty) {
-  const auto square = Geometry::FromWkt("POLYGON ((0 0, 0 100, 100 100, 100 0, 0 0))", kUtm);
   const auto shrunk = square.Buffer(-10);
   EXPECT_NEAR(shrunk.GetEnvelope().xMin, 10, 1e-9);
   EXPECT_NEAR(shrunk.GetEnvelope().xMax, 90, 1e-9);
@@ -38,7 +34,7 @@ TEST(Geometry, NegativeBufferShrinksAndCanEmpty) {
   EXPECT_GT(square.Buffer(5).Area(), 100.0 * 100.0 + 4 * 5 * 100);
 }
 
-TEST(Geometry, PolygonWithHole) {
+TEST(Geometry, HolesPartsConstructionAndCopies) {
   const auto ring = Geometry::FromWkt(
       "POLYGON ((0 0, 0 10, 10 10, 10 0, 0 0), (2 2, 2 4, 4 4, 4 2, 2 2))", kUtm);
   EXPECT_DOUBLE_EQ(ring.Area(), 96.0);
@@ -50,9 +46,7 @@ TEST(Geometry, PolygonWithHole) {
   ASSERT_EQ(parts[0].size(), 2u);
   EXPECT_EQ(parts[0][1][0], (XY{2, 2}));
   EXPECT_EQ(ring.PointCount(), 10);
-}
 
-TEST(Geometry, ConstructionCopiesAndAwareness) {
   Geometry null;
   EXPECT_TRUE(null.IsNull() && null.IsEmpty() && null.PointCount() == 0);
 
@@ -163,15 +157,7 @@ TEST(Project, RoundTripsThroughUnitsAndEmptyGeometries) {
   EXPECT_EQ(empty.Project(feet).SpatialRef().FactoryCode(), 2227);
 }
 
-TEST(Project, ProjectExReportsATransformationThatCannotBeApplied) {
-  const auto source = Geometry::FromWkt("LINESTRING (500000 4500000, 500100 4500100)", SpatialReference::FromEpsg(26710));
-  GeoTransformation unknown;
-  unknown.name = "No_Such_Transformation";
-  unknown.code = 999999;
-  EXPECT_THROW(source.ProjectEx(SpatialReference::FromEpsg(26910), unknown, TransformDirection::Forward), PlatformError);
-}
-
-TEST(Project, PointsInABatchLandWhereEachPointAloneLands) {
+TEST(Project, PointsInABatchLandWhereEachPointAloneLandsAndAnUnknownTransformationIsRefused) {
   const auto nad27Utm = SpatialReference::FromEpsg(26710);
   const auto wgs84 = SpatialReference::FromEpsg(4326);
   const GeoTransformation shift{"NAD_1927_To_WGS_1984_4", 1173, "EPSG", 4267, 4326};
@@ -192,6 +178,11 @@ TEST(Project, PointsInABatchLandWhereEachPointAloneLands) {
   std::vector<XY> unknown = points;
   ProjectPoints(unknown, SpatialReference(), wgs84);
   EXPECT_EQ(unknown, points);
+
+  // A transformation that cannot be applied is reported.
+  const GeoTransformation noSuch{"No_Such_Transformation", 999999};
+  const auto line = Geometry::FromWkt("LINESTRING (500000 4500000, 500100 4500100)", nad27Utm);
+  EXPECT_THROW(line.ProjectEx(SpatialReference::FromEpsg(26910), noSuch, TransformDirection::Forward), PlatformError);
 }
 
 TEST(Project, AzimuthalEquidistantMeasuresMetresFromItsCentre) {

@@ -82,9 +82,7 @@ TEST_F(PlotDialogTest, GuessesFieldsFromTheLearntNamesTheLastMatchWinning) {
 TEST_F(PlotDialogTest, SpacingBoxesFollowTheRatioAndTheOptionSwitchesControls) {
   map().layers.push_back(MakeStands(dir / "stands.gpkg", utm, {{Square(500000, 4000000, 100), "A"}}));
   frmPlotLayout& d = Open();
-  d.SetListIndex("cbxPlotsOption", 2);
-  d.SetListIndex("cbxSpacingRatioOptions", 1);
-  d.SetText("txtXSpacing", "10");
+  Fill(d, {{"cbxPlotsOption", 2}, {"cbxSpacingRatioOptions", 1}, {"txtXSpacing", "10"}});
   EXPECT_EQ(d["txtYSpacing"].text, "20");
   d.SetText("txtYSpacing", "30");
   EXPECT_EQ(d["txtXSpacing"].text, "15");
@@ -97,8 +95,7 @@ TEST_F(PlotDialogTest, SpacingBoxesFollowTheRatioAndTheOptionSwitchesControls) {
   EXPECT_FALSE(d["cbxSpacingRatioOptions"].enabled);
   EXPECT_EQ(d["cbxSpacingRatioOptions"].backColor, kSwitchedOffGrey);
 
-  d.SetListIndex("cbxPlotsOption", 0);
-  d.SetListIndex("cbxSpacingRatioOptions", 3);
+  Fill(d, {{"cbxPlotsOption", 0}, {"cbxSpacingRatioOptions", 3}});
   EXPECT_TRUE(d["txtXRatio"].visible);
   EXPECT_EQ(d["txtXRatio"].bounds.top, 3570);
   d.Fire("optOrientFieldOff", ControlEvent::Click);
@@ -134,8 +131,7 @@ TEST_F(PlotDialogTest, AnchorToolPressDragReleaseAndTheToggleButton) {
   tool.OnCreate(app, document, &extension);
   EXPECT_FALSE(tool.Enabled());
 
-  d.SetValue("chkApplyAnchor", 1);
-  d.SetListIndex("cbxAnchorOption", 0);
+  Fill(d, {{"chkApplyAnchor", 1}, {"cbxAnchorOption", 0}});
   d.Fire("imgButtonUp", ControlEvent::Click);
   EXPECT_EQ(app.tool, kSelPointToolCommand.progId);
   EXPECT_TRUE(tool.Enabled());

@@ -55,8 +55,6 @@ TEST(Lookups, LayersByShapeValidOnlyInMapOrder) {
   EXPECT_EQ(Names(ReturnLayersByType(map, 8 + 16)), (Strings{"Plots", "Roads", "Old plots"}));
   EXPECT_EQ(ReturnLayersByType(map, 1).size(), 4u);
   EXPECT_TRUE(ReturnLayersByType(map, 64).empty());
-  platform::host::MemoryMap empty;
-  EXPECT_TRUE(ReturnLayersByType(empty, 1).empty());
 }
 
 TEST(Lookups, KeyedCollectionsSpatialReferencesAndGraphics) {

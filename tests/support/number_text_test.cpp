@@ -65,7 +65,7 @@ KeyResult Press(Filter filter, char key, std::string text, int caret) {
   return {code, box};
 }
 
-TEST(KeyFilters, DecimalMarksAndMinusEditTheBoxWhereAllowed) {
+TEST(KeyFilters, DigitsPassAndDecimalMarksAndMinusEditTheBoxWhereAllowed) {
   using Filter = void (*)(int&, TextBoxState&);
   const struct {
     Filter filter;
@@ -93,9 +93,8 @@ TEST(KeyFilters, DecimalMarksAndMinusEditTheBoxWhereAllowed) {
     EXPECT_EQ(r.box.text, c.after);
     EXPECT_EQ(r.box.caret, c.caretAfter);
   }
-}
 
-TEST(KeyFilters, WhichKeysPass) {
+  // Digits and backspace pass every filter; other keys are swallowed.
   for (auto filter : {CheckNumericReal, CheckNumericRealPositive, CheckNumericInteger, CheckNumericIntegerPositive}) {
     EXPECT_EQ(Press(filter, '7', "1", 1).code, '7');
     EXPECT_EQ(Press(filter, '\b', "1", 1).code, 8);
