@@ -25,23 +25,24 @@ StandIndex::StandIndex(platform::FeatureClass& stands, const std::vector<int>& v
         if (shape.IsEmpty()) continue;
         polygon = platform::PreparedPolygon(shape);
       }
-      stands_.push_back(Stand{shape.GetEnvelope(), std::move(polygon), std::move(values)});
+      envelopes_.push_back(shape.GetEnvelope());
+      stands_.push_back(Stand{std::move(polygon), std::move(values)});
     }
     BuildGrid();
   });
 }
 
 void StandIndex::BuildGrid() {
-  for (const auto& stand : stands_) {
+  for (const auto& envelope : envelopes_) {
     if (extent_.empty) {
-      extent_ = stand.envelope;
+      extent_ = envelope;
       extent_.empty = false;
       continue;
     }
-    extent_.xMin = std::min(extent_.xMin, stand.envelope.xMin);
-    extent_.yMin = std::min(extent_.yMin, stand.envelope.yMin);
-    extent_.xMax = std::max(extent_.xMax, stand.envelope.xMax);
-    extent_.yMax = std::max(extent_.yMax, stand.envelope.yMax);
+    extent_.xMin = std::min(extent_.xMin, envelope.xMin);
+    extent_.yMin = std::min(extent_.yMin, envelope.yMin);
+    extent_.xMax = std::max(extent_.xMax, envelope.xMax);
+    extent_.yMax = std::max(extent_.yMax, envelope.yMax);
   }
   if (stands_.empty()) return;
   // About one cell per stand, shaped like the extent.
@@ -63,12 +64,11 @@ void StandIndex::BuildGrid() {
     }
   };
   cellStart_.assign(static_cast<size_t>(columns_) * static_cast<size_t>(rows_) + 2, 0);
-  for (const auto& stand : stands_) forEachCell(stand.envelope, [this](size_t cell) { ++cellStart_[cell + 2]; });
+  for (const auto& envelope : envelopes_) forEachCell(envelope, [this](size_t cell) { ++cellStart_[cell + 2]; });
   for (size_t cell = 2; cell < cellStart_.size(); ++cell) cellStart_[cell] += cellStart_[cell - 1];
-  cellCandidates_.resize(cellStart_.back());
-  for (std::uint32_t i = 0; i < stands_.size(); ++i) {
-    const auto& e = stands_[i].envelope;
-    forEachCell(e, [&](size_t cell) { cellCandidates_[cellStart_[cell + 1]++] = {e.xMin, e.yMin, e.xMax, e.yMax, i}; });
+  cellStands_.resize(cellStart_.back());
+  for (std::uint32_t i = 0; i < envelopes_.size(); ++i) {
+    forEachCell(envelopes_[i], [&](size_t cell) { cellStands_[cellStart_[cell + 1]++] = i; });
   }
   cellStart_.pop_back();
 }
@@ -80,10 +80,10 @@ const std::vector<platform::Value>* StandIndex::Find(double x, double y) const {
   const size_t cell = static_cast<size_t>(r) * static_cast<size_t>(columns_) + static_cast<size_t>(c);
   // Candidates are in ascending feature order, so the first hit is the first stand.
   for (size_t k = cellStart_[cell]; k < cellStart_[cell + 1]; ++k) {
-    const Candidate& e = cellCandidates_[k];
+    const std::uint32_t i = cellStands_[k];
+    const auto& e = envelopes_[i];
     if (x < e.xMin || x > e.xMax || y < e.yMin || y > e.yMax) continue;
-    const Stand& stand = stands_[e.stand];
-    if (stand.polygon.Covers(x, y)) return &stand.values;
+    if (stands_[i].polygon.Covers(x, y)) return &stands_[i].values;
   }
   return nullptr;
 }

@@ -37,28 +37,24 @@ class StandIndex {
 
  private:
   struct Stand {
-    platform::Envelope envelope;
     platform::PreparedPolygon polygon;
     std::vector<platform::Value> values;
   };
-  // A stand listed in a grid cell, with its envelope at hand so that most
-  // candidates are passed over without touching the stand.
-  struct Candidate {
-    double xMin, yMin, xMax, yMax;
-    std::uint32_t stand;
-  };
   void BuildGrid();
   std::vector<Stand> stands_;  // in feature order
+  // The stands' envelopes, apart from the stands so that passing over a
+  // candidate reads a small array.
+  std::vector<platform::Envelope> envelopes_;
   std::vector<RepairedStand> repaired_;
   platform::Envelope extent_;
   int columns_ = 0;
   int rows_ = 0;
   double cellWidth_ = 1;
   double cellHeight_ = 1;
-  // The candidates of cell c are cellCandidates_[cellStart_[c]] up to
-  // cellCandidates_[cellStart_[c + 1]], in ascending stand position.
-  std::vector<std::uint32_t> cellStart_;
-  std::vector<Candidate> cellCandidates_;
+  // The stand positions of cell c are cellStands_[cellStart_[c]] up to
+  // cellStands_[cellStart_[c + 1]], ascending.
+  std::vector<size_t> cellStart_;
+  std::vector<std::uint32_t> cellStands_;
 };
 
 }  // namespace tarnwick
