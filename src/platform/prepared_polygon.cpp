@@ -126,10 +126,10 @@ struct PreparedPolygon::Impl {
     return handle;
   }
 
-  int Orientation(double x1, double y1, double x2, double y2, double x, double y) const {
-    const int filtered = OrientationFilter({x1, y1, x2, y2}, x, y);
+  int Orientation(const Edge& e, double x, double y) const {
+    const int filtered = OrientationFilter(e, x, y);
     if (filtered != 2) return filtered;
-    return GEOSOrientationIndex_r(Context(), x1, y1, x2, y2, x, y);
+    return GEOSOrientationIndex_r(Context(), e.x1, e.y1, e.x2, e.y2, x, y);
   }
 
   bool Covers(double x, double y) const {
@@ -144,7 +144,7 @@ struct PreparedPolygon::Impl {
         continue;
       }
       if ((e.y1 > y && e.y2 <= y) || (e.y2 > y && e.y1 <= y)) {
-        int orientation = Orientation(e.x1, e.y1, e.x2, e.y2, x, y);
+        int orientation = Orientation(e, x, y);
         if (orientation == 0) return true;  // on the edge
         if (e.y2 < e.y1) orientation = -orientation;
         if (orientation == 1) ++crossings;
@@ -156,7 +156,7 @@ struct PreparedPolygon::Impl {
   // Whether two edges that follow each other on the ring meet only at their
   // shared vertex: they do unless they run back along the same line.
   bool MeetOnlyAtVertex(const Edge& a, const Edge& b) const {
-    if (Orientation(a.x1, a.y1, a.x2, a.y2, b.x2, b.y2) != 0) return true;
+    if (Orientation(a, b.x2, b.y2) != 0) return true;
     return (a.x2 - a.x1) * (b.x2 - b.x1) + (a.y2 - a.y1) * (b.y2 - b.y1) > 0;
   }
 
@@ -166,10 +166,10 @@ struct PreparedPolygon::Impl {
         std::max(a.y1, a.y2) < std::min(b.y1, b.y2) || std::max(b.y1, b.y2) < std::min(a.y1, a.y2)) {
       return false;
     }
-    const int a1 = Orientation(b.x1, b.y1, b.x2, b.y2, a.x1, a.y1);
-    const int a2 = Orientation(b.x1, b.y1, b.x2, b.y2, a.x2, a.y2);
-    const int b1 = Orientation(a.x1, a.y1, a.x2, a.y2, b.x1, b.y1);
-    const int b2 = Orientation(a.x1, a.y1, a.x2, a.y2, b.x2, b.y2);
+    const int a1 = Orientation(b, a.x1, a.y1);
+    const int a2 = Orientation(b, a.x2, a.y2);
+    const int b1 = Orientation(a, b.x1, b.y1);
+    const int b2 = Orientation(a, b.x2, b.y2);
     if (a1 * a2 < 0 && b1 * b2 < 0) return true;  // they cross
     // An end on the other edge's line touches it when it lies within that edge's box.
     auto within = [](const Edge& e, double x, double y) {
